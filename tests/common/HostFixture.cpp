@@ -64,7 +64,8 @@ bool HostFixture::endTest()
     if (!left.isEmpty())
         m_lastError = QStringLiteral("top-level widgets left behind: ") + left.join(QStringLiteral(", "));
     if (HostFramework::pendingAnswers() > 0) {
-        m_lastError += QStringLiteral(" %1 queued message answer(s) never used").arg(HostFramework::pendingAnswers());
+        m_lastError +=
+            QStringLiteral(" %1 queued message answer(s) never used").arg(HostFramework::pendingAnswers());
         HostFramework::clearNextAnswers();
     }
     return m_lastError.isEmpty();

@@ -19,26 +19,26 @@ enum HostPluginKind {
 
 // Notifications the host delivers to plugins.
 enum HostNotification {
-    NTF_FRAME_SHOWN = 258,     // 0x102: the main frame is on screen
+    NTF_FRAME_SHOWN = 258,      // 0x102: the main frame is on screen
     NTF_LANGUAGE_CHANGED = 320, // 0x140: the user picked another language
     NTF_CALL_DLG_SHOWN_1 = 784, // 784..786: the call service opened a dialog of its own
     NTF_CALL_DLG_SHOWN_2 = 785,
     NTF_CALL_DLG_SHOWN_3 = 786,
-    NTF_CALL_DLG_CLOSED = 787   // the call service's dialog is gone
+    NTF_CALL_DLG_CLOSED = 787 // the call service's dialog is gone
 };
 
 // Notifications the device manager sends.
 enum DeviceMgrNotification {
-    NTF_DEVICE_INIT_FINISH = 512, // 0x200, to the dial-up plugin
-    NTF_RADIO_OFF = 576,          // 0x240
-    NTF_RADIO_ON = 577,           // 0x241
-    NTF_SIM_READY = 578,          // 0x242: PIN done and the card is not network-locked
-    NTF_SIM_NOT_READY = 579,      // 0x243
-    NTF_RADIO_FOUND_OFF = 580,    // 0x244
-    NTF_DEVICE_INIT_SUCCESS = 581, // 0x245
-    NTF_DEVICE_INIT_EVENT = 582,  // 0x246, to the mini frame
+    NTF_DEVICE_INIT_FINISH = 512,     // 0x200, to the dial-up plugin
+    NTF_RADIO_OFF = 576,              // 0x240
+    NTF_RADIO_ON = 577,               // 0x241
+    NTF_SIM_READY = 578,              // 0x242: PIN done and the card is not network-locked
+    NTF_SIM_NOT_READY = 579,          // 0x243
+    NTF_RADIO_FOUND_OFF = 580,        // 0x244
+    NTF_DEVICE_INIT_SUCCESS = 581,    // 0x245
+    NTF_DEVICE_INIT_EVENT = 582,      // 0x246, to the mini frame
     NTF_DEVICE_ABOUT_TO_CHANGE = 583, // 0x247
-    NTF_DEVICE_CHANGED = 584,     // 0x248
-    NTF_PLUGINS_RELOADED = 585,   // 0x249
-    NTF_POWER_EVENT = 854         // 0x356
+    NTF_DEVICE_CHANGED = 584,         // 0x248
+    NTF_PLUGINS_RELOADED = 585,       // 0x249
+    NTF_POWER_EVENT = 854             // 0x356
 };
