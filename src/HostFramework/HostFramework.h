@@ -17,6 +17,8 @@ class PluginContainer;
 class NotifyService;
 class DialupService;
 class MainMenuService;
+class MainFrameService;
+class MiniFrameService;
 
 namespace HostFramework {
 
@@ -29,15 +31,15 @@ struct MessageRecord
     QString parentName;       // parent's objectName() at the time of the request
     QString title;            // as passed (a translated text)
     QString text;
-    QStringList buttons;      // the IDS keys as passed
-    int answer = 0;           // what ShowMessage returned
+    QStringList buttons; // the IDS keys as passed
+    int answer = 0;      // what ShowMessage returned
 };
 
 // One notification that passed through the notification service.
 struct NotificationRecord
 {
-    QString kind;   // "send", "raise", "broadcast", "subscribe" or "unsubscribe"
-    QString clsid;  // target (send), sender (raise, subscribe); empty for broadcast
+    QString kind;  // "send", "raise", "broadcast", "subscribe" or "unsubscribe"
+    QString clsid; // target (send), sender (raise, subscribe); empty for broadcast
     unsigned int code = 0;
     unsigned int wparam = 0;
     unsigned int lparam = 0;
@@ -77,6 +79,8 @@ HOSTFW_EXPORT PluginContainer* container();
 HOSTFW_EXPORT NotifyService* notifyService();
 HOSTFW_EXPORT DialupService* dialupService();
 HOSTFW_EXPORT MainMenuService* mainMenuService();
+HOSTFW_EXPORT MainFrameService* mainFrameService();
+HOSTFW_EXPORT MiniFrameService* miniFrameService();
 
 // --- message boxes ------------------------------------------------------------------------------
 
