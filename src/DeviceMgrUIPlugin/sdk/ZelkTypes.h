@@ -17,18 +17,12 @@ typedef uint32_t ZELK_RESULT;
 #define ZELK_ERROR_SUCCESS ((ZELK_RESULT)0)
 /* A parameter was refused (wrong code length, null pointer...). */
 #define ZELK_ERROR_BAD_PARAM ((ZELK_RESULT)1)
-/* The generic failure; callers that read it as a signed number see -1. */
+/* The generic failure, also "code refused"; callers that read it as a signed number see -1. */
 #define ZELK_ERROR_FAILURE ((ZELK_RESULT)0xFFFFFFFFu)
 /* The card refused a PUK unblock because the user lacks the privilege. */
 #define ZELK_ERROR_UNBLOCK_NOT_ALLOWED ((ZELK_RESULT)6000)
-/* No device is attached, or the active device cannot answer the request. */
-#define ZELK_ERROR_NO_DEVICE ((ZELK_RESULT)2)
-/* The request does not apply to the device (no SIM, not a CDMA device, no radio switch...). */
-#define ZELK_ERROR_NOT_SUPPORTED ((ZELK_RESULT)3)
-/* A code the user typed was checked by the card and found wrong. */
-#define ZELK_ERROR_WRONG_CODE ((ZELK_RESULT)4)
-/* The code asked for is blocked (no attempts left). */
-#define ZELK_ERROR_BLOCKED ((ZELK_RESULT)5)
+/* Every other refusal (no device, no SIM, wrong or blocked code, a request the device does not
+ * support) is reported as ZELK_ERROR_FAILURE. */
 
 /* ---- Sizes -------------------------------------------------------------------------------------- */
 #define MAX_DEVICE_COUNT 64
