@@ -82,7 +82,7 @@ bool Change::LoadLanguage(const QString& lang)
         }
         QWriteLocker lock(&g_lock);
         g_translator = std::move(translator);
-        g_language = lang;
+        g_language = HostFramework::detail::own(lang);
         return true;
     }
     HostFramework::detail::warn(QStringLiteral("Change::LoadLanguage: no %1 in %2, keeping \"%3\"")

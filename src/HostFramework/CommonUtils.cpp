@@ -76,12 +76,14 @@ int showMessage(const char* function, int icon, QWidget* parent, const QString& 
     record.function = QString::fromLatin1(function);
     record.icon = icon;
     record.parent = parent;
-    record.parentName = parent ? parent->objectName() : QString();
-    record.title = title;
-    record.text = text;
-    record.buttons << button1;
+    // The record outlives the plugin that asked: keep none of its string storage.
+    using HostFramework::detail::own;
+    record.parentName = parent ? own(parent->objectName()) : QString();
+    record.title = own(title);
+    record.text = own(text);
+    record.buttons << own(button1);
     if (!button2.isEmpty())
-        record.buttons << button2;
+        record.buttons << own(button2);
 
     int answer = 0;
     if (!HostFramework::detail::takeNextAnswer(&answer)) {
@@ -138,7 +140,9 @@ void CommonUtils::SetSettings(const QString& section, const QString& key, const 
     QMutexLocker lock(&g_settingsMutex);
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSettings settings(path, QSettings::IniFormat);
-    settings.setValue(settingsKey(section, key), value);
+    // QSettings caches values process-wide, beyond the life of the plugin that wrote them.
+    settings.setValue(HostFramework::detail::own(settingsKey(section, key)),
+                      HostFramework::detail::own(value));
     settings.sync();
     if (settings.status() != QSettings::NoError)
         qWarning("CommonUtils::SetSettings: cannot write %s", qPrintable(path));

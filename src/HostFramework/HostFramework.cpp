@@ -282,6 +282,22 @@ bool nonInteractive()
     return state().nonInteractive;
 }
 
+QString own(const QString& text)
+{
+    if (text.isNull())
+        return QString();
+    return QString(text.unicode(), text.size());
+}
+
+QStringList own(const QStringList& list)
+{
+    QStringList out;
+    out.reserve(list.size());
+    for (const QString& s : list)
+        out << own(s);
+    return out;
+}
+
 bool takeNextAnswer(int* answer)
 {
     QMutexLocker lock(&state().mutex);

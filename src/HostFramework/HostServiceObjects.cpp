@@ -64,7 +64,7 @@ int NotifyService::subscribeReceiver(QObject* receiver, const QString& senderCls
         }
         if (!known) {
             Subscription s;
-            s.sender = senderClsid;
+            s.sender = HostFramework::detail::own(senderClsid);
             s.code = code;
             s.receiver = receiver;
             s.anyPlugin = receiver == nullptr;
@@ -189,7 +189,7 @@ void NotifyService::record(const QString& kind, const QString& clsid, unsigned i
 {
     HostFramework::NotificationRecord r;
     r.kind = kind;
-    r.clsid = clsid;
+    r.clsid = HostFramework::detail::own(clsid);
     r.code = code;
     r.wparam = wparam;
     r.lparam = lparam;

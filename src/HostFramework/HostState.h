@@ -14,6 +14,11 @@ QString pluginLibraryPath();
 int frameStyle();
 bool nonInteractive();
 
+// A copy of `text` with storage of its own. Strings from a plugin may point into the plugin's
+// read-only data (QStringLiteral); whatever the host keeps must survive that plugin's unloading.
+QString own(const QString& text);
+QStringList own(const QStringList& list);
+
 // Pops the next queued message answer; false when the queue is empty.
 bool takeNextAnswer(int* answer);
 void recordMessage(const MessageRecord& record);

@@ -121,11 +121,12 @@ bool PluginContainer::addEntry(const QString& clsid, int id, QObject* object, co
             return false;
         }
     }
+    // Names and identifiers may be a plugin's literals: keep copies that outlive its library.
     Entry entry;
-    entry.clsid = clsid;
+    entry.clsid = HostFramework::detail::own(clsid);
     entry.id = id;
     entry.object = object;
-    entry.owner = owner;
+    entry.owner = HostFramework::detail::own(owner);
     m_entries.append(entry);
     return true;
 }
@@ -211,7 +212,7 @@ QObject* PluginContainer::LoadPlugin(const QString& name)
     {
         QMutexLocker lock(&m_mutex);
         Loaded loaded;
-        loaded.name = name;
+        loaded.name = HostFramework::detail::own(name);
         loaded.root = root;
         loaded.library = library;
         m_loaded.append(loaded);
@@ -321,7 +322,7 @@ void PluginContainer::GetReloadPluginLists(const QString& key, QStringList& newP
         QMutexLocker lock(&m_mutex);
         ensureCurrentSet();
         if (!wanted.isEmpty()) {
-            m_currentSetKey = key;
+            m_currentSetKey = HostFramework::detail::own(key);
             m_currentSet = wanted;
         }
         newPlugins = m_currentSet;
