@@ -5,7 +5,7 @@
 
 // Values 0, 1, 4 and 5 come from reading the SIM; 2, 3, 6 and 7 are only ever requests passed
 // into DeviceMgrUILogic::ProcessPIN or used as the PIN dialog's job.
-enum E_DEVMGR_PIN_STATE {
+enum E_DEVMGR_PIN_STATE : int {
     DEVMGR_PIN_READY = 0,   // no code needed
     DEVMGR_PIN_VERIFY = 1,  // the PIN must be entered
     DEVMGR_PIN_ENABLE = 2,  // request: switch the PIN request on
