@@ -8,9 +8,9 @@
 #include "Startup.h"
 
 #include <QtCore/QByteArray>
-#include <QtCore/QMutexLocker>
 
 #include <cstring>
+#include <mutex>
 
 namespace {
 
@@ -130,7 +130,7 @@ void DeviceMgrUILogic::init()
     m_iRetryTimes = 0;
     m_iPinStatus = 0;
     {
-        QMutexLocker lock(&m_mutexDevice);
+        std::lock_guard<std::mutex> lock(m_mutexDevice);
         m_stDeviceInfo.nDevNum = -1;
         m_iCurrentPort = -1;
         m_iCurrentProtocol = 0;
@@ -144,7 +144,7 @@ void DeviceMgrUILogic::init()
 void DeviceMgrUILogic::ClearDeviceInfo()
 {
     DM_LOG("%s : %s : %s : Entered");
-    QMutexLocker lock(&m_mutexDevice);
+    std::lock_guard<std::mutex> lock(m_mutexDevice);
     std::memset(&m_stDeviceInfo, 0, sizeof(m_stDeviceInfo));
     m_iCurrentPort = -1;
     m_iCurrentProtocol = 0;
@@ -164,7 +164,7 @@ void DeviceMgrUILogic::SetDeviceInfo(_ZELK_ST_MULTI_DEVICE_INFO* pstLocalDevicei
         return;
     }
 
-    QMutexLocker lock(&m_mutexDevice);
+    std::lock_guard<std::mutex> lock(m_mutexDevice);
     m_stDeviceInfo.nDevNum = count;
     // Only the listed entries are read: the SDK's record may be shorter than the full table.
     for (int i = 0; i < count; ++i) {
@@ -234,7 +234,7 @@ int DeviceMgrUILogic::GetSystemDevStatus()
         return 0;
     }
     if (enStatus == DEVICE_STATUS_AVAILABLE) {
-        QMutexLocker lock(&m_mutexDevice);
+        std::lock_guard<std::mutex> lock(m_mutexDevice);
         copyName(m_szCurrentDevName, sizeof(m_szCurrentDevName), szName, sizeof(szName));
         m_iCurrentPort = iPort;
     }
@@ -304,7 +304,7 @@ int DeviceMgrUILogic::GetCurrentDevicePortNo()
 int DeviceMgrUILogic::GetCurrentDeviceProtocol()
 {
     DM_LOG("%s : %s : %s : Entered");
-    QMutexLocker lock(&m_mutexDevice);
+    std::lock_guard<std::mutex> lock(m_mutexDevice);
     return m_iCurrentProtocol;
 }
 
@@ -328,7 +328,7 @@ int DeviceMgrUILogic::SelectDevice(_ZELK_ST_DEVICE_INFO stDevice)
         return RESULT_SDK_FAILED;
     }
     // Port and protocol follow with the next device list or status query.
-    QMutexLocker lock(&m_mutexDevice);
+    std::lock_guard<std::mutex> lock(m_mutexDevice);
     std::memcpy(m_szCurrentDevName, szName, sizeof(m_szCurrentDevName));
     return RESULT_SUCCESS;
 }
@@ -351,19 +351,19 @@ QString DeviceMgrUILogic::GetSimTypeText()
 
 _ZELK_ST_MULTI_DEVICE_INFO DeviceMgrUILogic::GetLocalDeviceInfo() const
 {
-    QMutexLocker lock(&m_mutexDevice);
+    std::lock_guard<std::mutex> lock(m_mutexDevice);
     return m_stDeviceInfo;
 }
 
 QString DeviceMgrUILogic::GetLocalDeviceName() const
 {
-    QMutexLocker lock(&m_mutexDevice);
+    std::lock_guard<std::mutex> lock(m_mutexDevice);
     return QString::fromLocal8Bit(m_szCurrentDevName);
 }
 
 int DeviceMgrUILogic::GetLocalDevicePortNo() const
 {
-    QMutexLocker lock(&m_mutexDevice);
+    std::lock_guard<std::mutex> lock(m_mutexDevice);
     return m_iCurrentPort;
 }
 

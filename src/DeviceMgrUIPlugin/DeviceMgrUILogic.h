@@ -4,9 +4,10 @@
 #include "DeviceMgrPinState.h"
 #include "ZelkSdk.h"
 
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
 #include <QtCore/QString>
+
+#include <mutex>
 
 // Wraps every SDK call for devices, SIM, PIN, card lock and radio, logs each outcome and turns
 // SDK failures into small result codes and fixed fallback values. Runs on the GUI thread, except
@@ -124,10 +125,12 @@ private:
     int m_iPinStatus = 0;
     // Written from the SDK's callback thread, read on the GUI thread: guarded by m_mutexDevice,
     // together with the current device fields below. The lock is never held across an SDK call.
+    // A standard mutex rather than QMutex: its pthread calls are visible to ThreadSanitizer, the
+    // futex fast path of QMutex is not.
     _ZELK_ST_MULTI_DEVICE_INFO m_stDeviceInfo;
     int m_iCurrentPort = -1;
     int m_iCurrentProtocol = 0;
     char m_szCurrentDevName[ZELK_DEVICE_NAME_SIZE];
     unsigned int m_uRFState = 0;
-    mutable QMutex m_mutexDevice;
+    mutable std::mutex m_mutexDevice;
 };

@@ -102,14 +102,16 @@ void tst_LogicThreaded::refreshFromSdkThread()
         const _ZELK_ST_MULTI_DEVICE_INFO list = listOf(i % 2 + 1);
         sim::injectEvent(zelk::Registry::MultiDevice, ZELK_EVENT_DEV_LIST_CHANGED, &list, sizeof(list));
     }
-    // Read on this thread while the SDK's thread writes.
+    // Read on this thread while the SDK's thread writes. Only the SDK's thread logs here: the log
+    // helper's time stamp runs through the C library's time-zone code, whose internal lock
+    // ThreadSanitizer cannot see, so two threads logging at once are reported whatever the list does.
     QDeadlineTimer deadline(10000);
     QString why;
     while (g_refreshes.load() < events && !deadline.hasExpired()) {
         const _ZELK_ST_MULTI_DEVICE_INFO snapshot = g_logic->GetLocalDeviceInfo();
         QVERIFY2(consistent(snapshot, &why), qPrintable(why));
-        const int protocol = g_logic->GetCurrentDeviceProtocol();
-        QVERIFY2(protocol == 0 || protocol == 200, qPrintable(QString::number(protocol)));
+        const QString name = g_logic->GetLocalDeviceName();
+        QVERIFY2(name.isEmpty() || name == QLatin1String("Threaded Modem 0"), qPrintable(name));
     }
     QCOMPARE(g_refreshes.load(), events);
     QVERIFY(sim::waitForIdle());
@@ -136,14 +138,15 @@ void tst_LogicThreaded::refreshFromPlainThread()
         g_logic->ClearDeviceInfo();
         g_logic->SetDeviceInfo(&list);
     });
+    // As above, only the writer logs.
     QString why;
     bool ok = true;
     for (int n = 0; n < 20000 && ok; ++n) {
         ok = consistent(g_logic->GetLocalDeviceInfo(), &why);
         const QString name = g_logic->GetLocalDeviceName();
         ok = ok && (name.isEmpty() || name == QLatin1String("Threaded Modem 0"));
-        const int protocol = g_logic->GetCurrentDeviceProtocol();
-        ok = ok && (protocol == 0 || protocol == 200);
+        const int port = g_logic->GetLocalDevicePortNo();
+        ok = ok && (port == -1 || port == 100);
     }
     stop = true;
     writer.join();
