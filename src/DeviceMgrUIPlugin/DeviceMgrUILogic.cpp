@@ -27,6 +27,9 @@ enum {
 // Card customisation values of the "support"/"type" setting.
 enum { CARD_CUSTOMIZATION_EXIT = 3 };
 
+// The PIN state reported when the card could not tell: the service keeps the same value for "no
+// state read yet".
+constexpr E_DEVMGR_PIN_STATE kPinStateNotRead = static_cast<E_DEVMGR_PIN_STATE>(8);
 // The card-lock state reported when the card cannot be asked.
 constexpr int kCardLockStateUnknown = 4;
 constexpr int kQueryTries = 3;
@@ -195,7 +198,8 @@ _ZELK_ST_MULTI_DEVICE_INFO DeviceMgrUILogic::GetDeviceInfo()
     }
     // Callers walk the list by its count and print the names: keep both within the record.
     if (stDevices.nDevNum > MAX_DEVICE_COUNT || stDevices.nDevNum < 0) {
-        DM_WARN("%s : %s : %s : Error :pstLocalDeviceinfo->nDevNum > MAX_DEVICE_COUNT");
+        DM_WARN("%s : %s : %s : ZELK_DevSrv_GetAvailableDeviceList returned device count %d",
+                static_cast<int>(stDevices.nDevNum));
         stDevices.nDevNum = 0;
     }
     for (_ZELK_ST_DEVICE_INFO& device : stDevices.stDevInfo)
@@ -508,6 +512,7 @@ int DeviceMgrUILogic::GetCardCustomization()
 
 bool DeviceMgrUILogic::isPINValid(QString& strPin)
 {
+    DM_LOG("%s : %s : %s : Entered");
     return strPin.length() >= kMinPinLength && strPin.length() <= kMaxCodeLength;
 }
 
@@ -616,7 +621,7 @@ int DeviceMgrUILogic::finishEnableDisablePIN(ZELK_RESULT result, int& iRetries)
         return RESULT_SUCCESS;
     }
     // A wrong PIN may have used up the last attempt; tell the service what the card asks for now.
-    E_DEVMGR_PIN_STATE enState = DEVMGR_PIN_READY;
+    E_DEVMGR_PIN_STATE enState = kPinStateNotRead;
     GetPinStatus(&enState);
     if (enState == DEVMGR_UNLOCK_PIN) {
         m_iRetryTimes = 0;
@@ -718,7 +723,7 @@ int DeviceMgrUILogic::ModifyPIN(QString strOldPin, QString strNewPin, int& iRetr
         break;
     case -1: {
         DM_WARN("%s : %s : %s : ZELK_DevSrv_ChangePin returned failure");
-        E_DEVMGR_PIN_STATE enState = DEVMGR_PIN_READY;
+        E_DEVMGR_PIN_STATE enState = kPinStateNotRead;
         GetPinStatus(&enState);
         if (enState == DEVMGR_UNLOCK_PIN) {
             m_iRetryTimes = 0;

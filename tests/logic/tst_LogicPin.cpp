@@ -560,10 +560,11 @@ void tst_LogicPin::enableDisableStatusReadFails()
 
     int out = 5;
     QCOMPARE(m_logic->ProcessPIN(QStringLiteral("1234"), out, DEVMGR_PIN_ENABLE), 1);
-    // Nothing is known about the attempts left.
+    // Nothing is known about the attempts left nor about the state: the service hears "not read".
     QCOMPARE(out, -1);
     QCOMPARE(m_logic->m_iRetryTimes, -1);
     QCOMPARE(spy.count(), 1);
+    QCOMPARE(int(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>()), 8);
 }
 
 void tst_LogicPin::pinStateChangedQueued()
