@@ -6,11 +6,10 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QReadLocker>
-#include <QtCore/QReadWriteLock>
 #include <QtCore/QStringList>
 #include <QtCore/QTranslator>
-#include <QtCore/QWriteLocker>
+#include <mutex>
+#include <shared_mutex>
 
 #include <memory>
 
@@ -23,7 +22,7 @@ namespace {
 // Worker threads translate too (log-free texts for queued messages), so the translator is swapped
 // under a write lock and read under a read lock. Keeping it out of QCoreApplication's list means
 // an application translator can never shadow or reorder the host's keys.
-QReadWriteLock g_lock;
+std::shared_mutex g_lock;
 std::unique_ptr<QTranslator> g_translator;
 QString g_language;
 
@@ -49,7 +48,7 @@ QString Change::tr(const QString& key, const char* context)
 {
     if (key.isEmpty())
         return key;
-    QReadLocker lock(&g_lock);
+    std::shared_lock<std::shared_mutex> lock(g_lock);
     if (g_translator) {
         const QByteArray source = key.toUtf8();
         const QString text =
@@ -63,7 +62,7 @@ QString Change::tr(const QString& key, const char* context)
 bool Change::LoadLanguage(const QString& lang)
 {
     if (lang.isEmpty() || lang == QLatin1String("none")) {
-        QWriteLocker lock(&g_lock);
+        std::unique_lock<std::shared_mutex> lock(g_lock);
         g_translator.reset();
         g_language.clear();
         return true;
@@ -80,7 +79,7 @@ bool Change::LoadLanguage(const QString& lang)
                 QStringLiteral("Change::LoadLanguage: %1 is not a language file").arg(path));
             continue;
         }
-        QWriteLocker lock(&g_lock);
+        std::unique_lock<std::shared_mutex> lock(g_lock);
         g_translator = std::move(translator);
         g_language = HostFramework::detail::own(lang);
         return true;
@@ -92,6 +91,6 @@ bool Change::LoadLanguage(const QString& lang)
 
 QString Change::CurrentLanguage()
 {
-    QReadLocker lock(&g_lock);
+    std::shared_lock<std::shared_mutex> lock(g_lock);
     return g_language;
 }

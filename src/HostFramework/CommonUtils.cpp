@@ -7,8 +7,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QMutex>
-#include <QtCore/QMutexLocker>
 #include <QtCore/QSettings>
 #include <QtCore/QThread>
 #include <QtGui/QGuiApplication>
@@ -16,6 +14,7 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QWidget>
+#include <mutex>
 
 #include <atomic>
 
@@ -23,7 +22,7 @@ namespace {
 
 // QSettings objects must not be shared between threads; one short-lived object per call, with
 // the calls serialised, keeps every reader and writer on the same file contents.
-QMutex g_settingsMutex;
+std::mutex g_settingsMutex;
 
 std::atomic<bool> g_shuttingDown{false};
 std::atomic<int> g_lteMode{0};
@@ -125,7 +124,7 @@ void resetCommonUtils()
 QString CommonUtils::GetSettings(const QString& section, const QString& key)
 {
     const QString path = HostFramework::detail::settingsFilePath();
-    QMutexLocker lock(&g_settingsMutex);
+    std::unique_lock<std::mutex> lock(g_settingsMutex);
     QSettings settings(path, QSettings::IniFormat);
     const QVariant value = settings.value(settingsKey(section, key));
     // An unquoted "a,b" in a hand-written file reads back as a list; the caller asked for text.
@@ -137,7 +136,7 @@ QString CommonUtils::GetSettings(const QString& section, const QString& key)
 void CommonUtils::SetSettings(const QString& section, const QString& key, const QString& value)
 {
     const QString path = HostFramework::detail::settingsFilePath();
-    QMutexLocker lock(&g_settingsMutex);
+    std::unique_lock<std::mutex> lock(g_settingsMutex);
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSettings settings(path, QSettings::IniFormat);
     // QSettings caches values process-wide, beyond the life of the plugin that wrote them.

@@ -12,11 +12,10 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDebug>
 #include <QtCore/QDir>
-#include <QtCore/QMutex>
-#include <QtCore/QMutexLocker>
 #include <QtCore/QQueue>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QThread>
+#include <mutex>
 
 #include <atomic>
 
@@ -28,7 +27,7 @@ namespace {
 // mutex guards the plain values; the service pointers are atomics because Startup is lock-free.
 struct State
 {
-    QMutex mutex;
+    std::mutex mutex;
     QString settingsFile;
     QString languageDir;
     QString pluginLibraryPath;
@@ -88,7 +87,7 @@ Monitor* Monitor::instance()
 
 void setSettingsFile(const QString& path)
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     state().settingsFile = path;
 }
 
@@ -99,19 +98,19 @@ QString settingsFile()
 
 void setPluginLibraryPath(const QString& path)
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     state().pluginLibraryPath = path;
 }
 
 void setLanguageDir(const QString& path)
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     state().languageDir = path;
 }
 
 void setFrameStyle(int style)
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     state().frameStyle = style;
 }
 
@@ -187,37 +186,37 @@ MiniFrameService* miniFrameService()
 
 void pushNextAnswer(int answer)
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     state().answers.enqueue(answer);
 }
 
 void clearNextAnswers()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     state().answers.clear();
 }
 
 int pendingAnswers()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     return state().answers.size();
 }
 
 void setNonInteractive(bool on)
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     state().nonInteractive = on;
 }
 
 QList<MessageRecord> messageRecords()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     return state().messages;
 }
 
 void clearMessageRecords()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     state().messages.clear();
 }
 
@@ -225,13 +224,13 @@ void clearMessageRecords()
 
 QList<NotificationRecord> notificationRecords()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     return state().notifications;
 }
 
 void clearNotificationRecords()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     state().notifications.clear();
 }
 
@@ -248,7 +247,7 @@ namespace detail {
 
 QString settingsFilePath()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     if (state().settingsFile.isEmpty())
         state().settingsFile = defaultSettingsFile();
     return state().settingsFile;
@@ -256,13 +255,13 @@ QString settingsFilePath()
 
 QString languageDir()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     return state().languageDir;
 }
 
 QString pluginLibraryPath()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     if (!state().pluginLibraryPath.isEmpty())
         return state().pluginLibraryPath;
     lock.unlock();
@@ -272,13 +271,13 @@ QString pluginLibraryPath()
 
 int frameStyle()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     return state().frameStyle;
 }
 
 bool nonInteractive()
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     return state().nonInteractive;
 }
 
@@ -300,7 +299,7 @@ QStringList own(const QStringList& list)
 
 bool takeNextAnswer(int* answer)
 {
-    QMutexLocker lock(&state().mutex);
+    std::unique_lock<std::mutex> lock(state().mutex);
     if (state().answers.isEmpty())
         return false;
     *answer = state().answers.dequeue();
@@ -310,7 +309,7 @@ bool takeNextAnswer(int* answer)
 void recordMessage(const MessageRecord& record)
 {
     {
-        QMutexLocker lock(&state().mutex);
+        std::unique_lock<std::mutex> lock(state().mutex);
         state().messages.append(record);
     }
     emit Monitor::instance()->messageRecorded(record);
@@ -319,7 +318,7 @@ void recordMessage(const MessageRecord& record)
 void recordNotification(const NotificationRecord& record)
 {
     {
-        QMutexLocker lock(&state().mutex);
+        std::unique_lock<std::mutex> lock(state().mutex);
         state().notifications.append(record);
     }
     emit Monitor::instance()->notificationRecorded(record);

@@ -4,7 +4,6 @@
 #include "HostState.h"
 #include "PluginContainer.h"
 
-#include <QtCore/QMutexLocker>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QWidget>
 
@@ -56,7 +55,7 @@ int NotifyService::Subscribe(const QString& senderClsid, unsigned int code)
 int NotifyService::subscribeReceiver(QObject* receiver, const QString& senderClsid, unsigned int code)
 {
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         bool known = false;
         for (const Subscription& s : qAsConst(m_subscriptions)) {
             known = known || (s.sender == senderClsid && s.code == code &&
@@ -80,7 +79,7 @@ int NotifyService::Unsubscribe(const QString& senderClsid, unsigned int code)
     QObject* receiver = t_servingPlugin;
     int removed = 0;
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         for (int i = m_subscriptions.size() - 1; i >= 0; --i) {
             const Subscription& s = m_subscriptions.at(i);
             if (s.sender == senderClsid && s.code == code &&
@@ -96,7 +95,7 @@ int NotifyService::Unsubscribe(const QString& senderClsid, unsigned int code)
 
 QList<QObject*> NotifyService::subscribers(const QString& senderClsid, unsigned int code) const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     QList<QObject*> out;
     for (const Subscription& s : m_subscriptions) {
         if (s.sender == senderClsid && s.code == code && (s.anyPlugin || s.receiver))
@@ -139,7 +138,7 @@ int NotifyService::RaiseNotify(const QString& senderClsid, unsigned int code, un
     QList<QObject*> targets;
     bool everyPlugin = false;
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         for (const Subscription& s : qAsConst(m_subscriptions)) {
             if (s.sender != senderClsid || s.code != code)
                 continue;
@@ -202,7 +201,7 @@ void NotifyService::record(const QString& kind, const QString& clsid, unsigned i
 int HostServiceBase::Notify(unsigned int code, unsigned int wparam, unsigned int lparam)
 {
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         ++m_notifyCount;
         m_lastCode = code;
     }
@@ -212,13 +211,13 @@ int HostServiceBase::Notify(unsigned int code, unsigned int wparam, unsigned int
 
 int HostServiceBase::notifyCount() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_notifyCount;
 }
 
 unsigned int HostServiceBase::lastNotifyCode() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_lastCode;
 }
 
@@ -263,7 +262,7 @@ void MainMenuService::setMenuBar(QMenuBar* menuBar)
 void MainMenuService::RefreshSimMenu()
 {
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         ++m_simCount;
     }
     emit simMenuRefreshRequested();
@@ -272,7 +271,7 @@ void MainMenuService::RefreshSimMenu()
 void MainMenuService::RefreshRadioMenu()
 {
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         ++m_radioCount;
     }
     emit radioMenuRefreshRequested();
@@ -281,7 +280,7 @@ void MainMenuService::RefreshRadioMenu()
 void MainMenuService::RefreshDeviceMenu(int reset)
 {
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         ++m_deviceCount;
         m_lastReset = reset;
     }
@@ -290,31 +289,31 @@ void MainMenuService::RefreshDeviceMenu(int reset)
 
 int MainMenuService::simRefreshCount() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_simCount;
 }
 
 int MainMenuService::radioRefreshCount() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_radioCount;
 }
 
 int MainMenuService::deviceRefreshCount() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_deviceCount;
 }
 
 int MainMenuService::lastDeviceReset() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_lastReset;
 }
 
 void MainMenuService::resetCounts()
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     m_simCount = m_radioCount = m_deviceCount = 0;
     m_lastReset = -1;
 }
@@ -329,7 +328,7 @@ DialupService::DialupService(QObject* parent)
 
 bool DialupService::IsConnected()
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_bConnected;
 }
 
@@ -338,7 +337,7 @@ int DialupService::GlobalDisconnect(int reason)
     int result = 0;
     bool dropped = false;
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         m_reasons << reason;
         result = m_iDisconnectResult;
         if (result == 0 && m_bConnected) {
@@ -358,7 +357,7 @@ void DialupService::setConnected(bool connected)
 {
     bool changed = false;
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         changed = m_bConnected != connected;
         m_bConnected = connected;
     }
@@ -368,25 +367,25 @@ void DialupService::setConnected(bool connected)
 
 void DialupService::setDisconnectResult(int result)
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     m_iDisconnectResult = result;
 }
 
 int DialupService::disconnectCount() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_reasons.size();
 }
 
 QList<int> DialupService::disconnectReasons() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_reasons;
 }
 
 void DialupService::resetCounts()
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     m_reasons.clear();
 }
 

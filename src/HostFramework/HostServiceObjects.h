@@ -6,10 +6,10 @@
 #include "PluginInterfaces.h"
 
 #include <QtCore/QList>
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 #include <QtCore/QString>
+#include <mutex>
 
 class QMenuBar;
 class QWidget;
@@ -63,7 +63,7 @@ private:
                 unsigned int lparam, int delivered);
 
     QPointer<PluginContainer> m_pContainer;
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     QList<Subscription> m_subscriptions;
 };
 
@@ -83,7 +83,7 @@ signals:
     void notified(unsigned int code, unsigned int wparam, unsigned int lparam);
 
 private:
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     int m_notifyCount = 0;
     unsigned int m_lastCode = 0;
 };
@@ -127,7 +127,7 @@ signals:
 
 private:
     QPointer<QMenuBar> m_pMenuBar;
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     int m_simCount = 0;
     int m_radioCount = 0;
     int m_deviceCount = 0;
@@ -156,7 +156,7 @@ signals:
     void globalDisconnectCalled(int reason, int result);
 
 private:
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     bool m_bConnected = false;
     int m_iDisconnectResult = 0;
     QList<int> m_reasons;

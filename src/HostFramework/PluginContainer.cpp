@@ -12,7 +12,6 @@
 #include <QtCore/QEvent>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLibrary>
-#include <QtCore/QMutexLocker>
 #include <QtCore/QSet>
 #include <QtCore/QSettings>
 
@@ -72,7 +71,7 @@ QObject* PluginContainer::GetPlugin(const QString& clsid, int id)
 {
     QObject* found = nullptr;
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         for (const Entry& e : qAsConst(m_entries)) {
             if (e.id == id && e.object && e.clsid == clsid) {
                 found = e.object.data();
@@ -104,7 +103,7 @@ bool PluginContainer::registerService(const QString& clsid, int id, QObject* ser
 
 bool PluginContainer::addEntry(const QString& clsid, int id, QObject* object, const QString& owner)
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     if (clsid.isEmpty()) {
         lock.unlock();
         fail(QStringLiteral("RegisterPlugin: empty class identifier"));
@@ -135,7 +134,7 @@ bool PluginContainer::UnRegisterPlugin(const QString& name)
 {
     bool changed = false;
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         for (int i = m_entries.size() - 1; i >= 0; --i) {
             if (m_entries.at(i).owner == name) {
                 m_entries.removeAt(i);
@@ -160,7 +159,7 @@ QObject* PluginContainer::LoadPlugin(const QString& name)
         return fail(QStringLiteral("LoadPlugin: invalid plugin name \"%1\"").arg(name));
     }
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         const int index = loadedIndex(name);
         if (index >= 0) {
             // Loading again what is still loaded only puts it back into the tables.
@@ -210,7 +209,7 @@ QObject* PluginContainer::LoadPlugin(const QString& name)
     const QString clsid = plugin->GetCLSID();
     const int kind = static_cast<int>(plugin->GetPluginType());
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         Loaded loaded;
         loaded.name = HostFramework::detail::own(name);
         loaded.root = root;
@@ -229,7 +228,7 @@ bool PluginContainer::UnloadPlugin(const QString& name)
 {
     Loaded loaded;
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         const int index = loadedIndex(name);
         if (index < 0) {
             lock.unlock();
@@ -289,14 +288,14 @@ void PluginContainer::ensureCurrentSet() const
 
 QString PluginContainer::currentPluginSetKey() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     ensureCurrentSet();
     return m_currentSetKey;
 }
 
 QStringList PluginContainer::currentPluginSet() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     ensureCurrentSet();
     return m_currentSet;
 }
@@ -319,7 +318,7 @@ void PluginContainer::GetReloadPluginLists(const QString& key, QStringList& newP
     newPlugins.clear();
     replacedPlugins.clear();
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         ensureCurrentSet();
         if (!wanted.isEmpty()) {
             m_currentSetKey = HostFramework::detail::own(key);
@@ -343,13 +342,13 @@ QStringList PluginContainer::GetGIDNameList()
 
 QString PluginContainer::lastError() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     return m_lastError;
 }
 
 QStringList PluginContainer::loadedPluginNames() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     QStringList names;
     for (const Loaded& l : m_loaded)
         names << l.name;
@@ -358,7 +357,7 @@ QStringList PluginContainer::loadedPluginNames() const
 
 QMap<QString, QObject*> PluginContainer::loadedPlugins() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     QMap<QString, QObject*> out;
     for (const Loaded& l : m_loaded)
         out.insert(l.name, l.root.data());
@@ -367,14 +366,14 @@ QMap<QString, QObject*> PluginContainer::loadedPlugins() const
 
 QObject* PluginContainer::loadedPlugin(const QString& name) const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     const int index = loadedIndex(name);
     return index >= 0 ? m_loaded.at(index).root.data() : nullptr;
 }
 
 bool PluginContainer::isRegistered(const QString& name) const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     const int index = loadedIndex(name);
     if (index >= 0)
         return m_loaded.at(index).registered;
@@ -387,7 +386,7 @@ bool PluginContainer::isRegistered(const QString& name) const
 
 QList<QObject*> PluginContainer::notifyReceivers() const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     QList<QObject*> out;
     auto add = [&out](QObject* object) {
         if (object && !out.contains(object) && object->qt_metacast(INotify_iid))
@@ -404,7 +403,7 @@ QList<QObject*> PluginContainer::notifyReceivers() const
 
 QString PluginContainer::clsidOf(QObject* object) const
 {
-    QMutexLocker lock(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     for (const Entry& e : m_entries) {
         if (object && e.object == object)
             return e.clsid;
@@ -424,7 +423,7 @@ int PluginContainer::loadedIndex(const QString& name) const
 QObject* PluginContainer::fail(const QString& error)
 {
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         m_lastError = error;
     }
     HostFramework::detail::warn(error);

@@ -7,11 +7,11 @@
 
 #include <QtCore/QList>
 #include <QtCore/QMap>
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <mutex>
 
 class QLibrary;
 
@@ -103,7 +103,7 @@ private:
     QObject* fail(const QString& error);
     void ensureCurrentSet() const;
 
-    mutable QMutex m_mutex; // the tables are read from worker threads by the notification service
+    mutable std::mutex m_mutex; // the tables are read from worker threads by the notification service
     QList<Entry> m_entries;
     QList<Loaded> m_loaded;
     QString m_lastError;
