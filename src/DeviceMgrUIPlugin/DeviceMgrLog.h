@@ -5,6 +5,8 @@
 #include <QtCore/QDebug>
 #include <QtCore/QTime>
 
+#include <mutex>
+
 namespace devmgr_log {
 
 // The source path as the build saw it from its output folder: "../../src/DeviceMgrUIPlugin/X.cpp".
@@ -28,8 +30,12 @@ struct SourcePath
     }
 };
 
+// SDK threads log too; the C library's time-zone lookup behind QTime::currentTime() is not
+// visible to ThreadSanitizer, so the log lines take the time one at a time.
 inline QByteArray now()
 {
+    static std::mutex lock;
+    std::lock_guard<std::mutex> guard(lock);
     return QTime::currentTime().toString(QStringLiteral("hh:mm:ss:zzz")).toLatin1();
 }
 

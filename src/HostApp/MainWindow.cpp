@@ -1,6 +1,7 @@
 // Tessaro's main window.
 #include "MainWindow.h"
 
+#include "Change.h"
 #include "HostFramework.h"
 #include "HostIds.h"
 #include "IDeviceMgr.h"
@@ -159,7 +160,7 @@ void MainWindow::buildMenus()
         QAction* action = langMenu->addAction(lang.first);
         action->setObjectName(QStringLiteral("TessaroLanguage_") + lang.second);
         action->setCheckable(true);
-        action->setChecked(lang.second == QLatin1String("en"));
+        action->setChecked(lang.second == Change::CurrentLanguage());
         group->addAction(action);
         const QString code = lang.second;
         connect(action, &QAction::triggered, this, [this, code] {
@@ -180,6 +181,12 @@ void MainWindow::buildMenus()
 void MainWindow::attachPlugin(PluginHost* host)
 {
     m_pHost = host;
+    if (host) {
+        connect(host, &PluginHost::languageChanged, this, [this](const QString& lang) {
+            if (auto* action = findChild<QAction*>(QStringLiteral("TessaroLanguage_") + lang))
+                action->setChecked(true);
+        });
+    }
     const bool ok = host && host->deviceMgr();
     m_pDeviceMenu->setEnabled(ok);
     m_pPluginLabel->setText(

@@ -1,8 +1,12 @@
 // Tessaro: the connection manager's host application.
+#include "Change.h"
+#include "DemoPlayer.h"
 #include "HostFramework.h"
 #include "MainWindow.h"
 #include "PluginContainer.h"
 #include "PluginHost.h"
+#include "SimControl.h"
+#include "SimulatorPanel.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
@@ -12,6 +16,7 @@
 #include <QtWidgets/QMenuBar>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -27,7 +32,8 @@ struct Options
 // Exit codes: 0 fine, 1 start-up failure, 2 bad command line.
 enum { EXIT_BAD_ARGS = 2, EXIT_START_FAILED = 1 };
 
-bool parseArguments(const QApplication& app, Options& opts, QString& error, bool& helpShown)
+// Parsed before the application object exists, so that --help and bad arguments work without a display.
+bool parseArguments(const QStringList& arguments, Options& opts, QString& error, bool& helpShown)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -53,7 +59,7 @@ bool parseArguments(const QApplication& app, Options& opts, QString& error, bool
     parser.addOptions({scenario, demo, lang, root, quitAfter});
 
     helpShown = false;
-    if (!parser.parse(app.arguments())) {
+    if (!parser.parse(arguments)) {
         error = parser.errorText();
         return false;
     }
@@ -63,7 +69,7 @@ bool parseArguments(const QApplication& app, Options& opts, QString& error, bool
         return true;
     }
     if (parser.isSet(QStringLiteral("version"))) {
-        std::printf("%s %s\n", qPrintable(app.applicationName()), qPrintable(app.applicationVersion()));
+        std::printf("tessaro 1.0\n");
         helpShown = true;
         return true;
     }
@@ -107,20 +113,35 @@ bool parseArguments(const QApplication& app, Options& opts, QString& error, bool
 
 int main(int argc, char** argv)
 {
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("tessaro"));
-    QApplication::setApplicationVersion(QStringLiteral("1.0"));
-    QApplication::setOrganizationName(QStringLiteral("Tessaro"));
-
     Options opts;
     QString error;
     bool helpShown = false;
-    if (!parseArguments(app, opts, error, helpShown)) {
+    bool parsed = false;
+    {
+        // A plain core application for the parser: --help and bad arguments need no display.
+        QCoreApplication parsing(argc, argv);
+        parsed = parseArguments(QCoreApplication::arguments(), opts, error, helpShown);
+    }
+    if (!parsed) {
         std::fprintf(stderr, "tessaro: %s\nTry 'tessaro --help'.\n", qPrintable(error));
         return EXIT_BAD_ARGS;
     }
     if (helpShown)
         return 0;
+    // The demo renders into images only: it needs no display.
+    if (!opts.demoDir.isEmpty() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("tessaro"));
+    QApplication::setApplicationVersion(QStringLiteral("1.0"));
+    QApplication::setOrganizationName(QStringLiteral("Tessaro"));
+
+    // A malformed scenario stops everything before any window opens.
+    if (!opts.scenario.isEmpty() && !zelk::sim::loadScenario(opts.scenario, &error)) {
+        std::fprintf(stderr, "tessaro: %s\n", qPrintable(error));
+        return EXIT_START_FAILED;
+    }
 
     const QString appDir = QCoreApplication::applicationDirPath();
     const QString root = opts.pluginRoot.isEmpty() ? QDir(appDir + QStringLiteral("/..")).absolutePath()
@@ -134,6 +155,11 @@ int main(int argc, char** argv)
     if (qss.open(QIODevice::ReadOnly))
         app.setStyleSheet(QString::fromUtf8(qss.readAll()));
 
+    // The interface language is in place before the plugin builds any text.
+    if (!Change::LoadLanguage(opts.language))
+        std::fprintf(stderr, "tessaro: no language file for '%s'; showing text keys\n",
+                     qPrintable(opts.language));
+
     MainWindow window;
     PluginContainer* container = HostFramework::createHost(&window, window.menuBar());
     PluginHost host(container);
@@ -142,12 +168,19 @@ int main(int argc, char** argv)
         HostFramework::destroyHost();
         return EXIT_START_FAILED;
     }
-    if (opts.language != QLatin1String("en"))
-        host.changeLanguage(opts.language);
+    window.addSidePanel(new SimulatorPanel, QStringLiteral("Simulated data card"));
     window.attachPlugin(&host);
     window.show();
     host.frameShown();
 
+    std::unique_ptr<DemoPlayer> demo;
+    if (!opts.demoDir.isEmpty()) {
+        demo = std::make_unique<DemoPlayer>(&window, &host, opts.demoDir);
+        QObject::connect(demo.get(), &DemoPlayer::finished, &app, [&app](bool ok) { app.exit(ok ? 0 : 1); });
+        demo->start();
+    } else {
+        ScenarioTimeline::startTimeline(&app);
+    }
     if (opts.quitAfterMs >= 0)
         QTimer::singleShot(opts.quitAfterMs, &app, &QCoreApplication::quit);
 

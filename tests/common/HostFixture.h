@@ -4,6 +4,7 @@
 #include <QtCore/QList>
 #include <QtCore/QPointer>
 #include <QtCore/QTemporaryDir>
+#include <QtWidgets/QMainWindow>
 #include <QtWidgets/QWidget>
 
 #include <memory>

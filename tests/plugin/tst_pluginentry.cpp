@@ -1,0 +1,288 @@
+// The plugin object: fixed answers, interface casts, the service it hands out, its logs.
+#include "DeviceMgrService.h"
+#include "DeviceMgrUIPlugin.h"
+#include "HostFixture.h"
+#include "SimControl.h"
+
+#include <QtCore/QPointer>
+#include <QtTest/QtTest>
+
+namespace {
+
+QStringList g_log;
+
+void captureLog(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    g_log << message;
+}
+
+} // namespace
+
+class tst_PluginEntry : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { m_host.init(); }
+    void init()
+    {
+        m_host.beginTest();
+        zelk::sim::reset();
+        g_log.clear();
+    }
+    void cleanup()
+    {
+        delete m_plugin.data();
+        CDeviceMgrService::Destroy();
+        qInstallMessageHandler(nullptr);
+        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
+    }
+    void cleanupTestCase() { m_host.shutdown(); }
+
+    void instanceIsKeptUntilDeleted()
+    {
+        QObject* first = qt_plugin_instance();
+        QVERIFY(first);
+        QCOMPARE(qt_plugin_instance(), first);
+        QPointer<QObject> guard(first);
+        delete first;
+        QVERIFY(guard.isNull());
+        m_plugin = qt_plugin_instance();
+        QVERIFY(m_plugin);
+        QVERIFY(qobject_cast<CDeviceMgrUI*>(m_plugin.data()));
+    }
+
+    void verificationText()
+    {
+        QCOMPARE(QByteArray(qt_plugin_query_verification_data()),
+                 QByteArray("pattern=QT_PLUGIN_VERIFICATION_DATA\nversion=4.6.2\ndebug=false\n"
+                            "buildkey=macosx macx g++-4 full-config"));
+    }
+
+    void metacast_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("class") << QByteArray("CDeviceMgrUI") << "object";
+        QTest::newRow("IUIPlugin") << QByteArray("IUIPlugin") << "ui";
+        QTest::newRow("INotify") << QByteArray("INotify") << "notify";
+        QTest::newRow("IBasePlugin id") << QByteArray("com.qorvex.tessaro.plugin.IBasePlugin") << "ui";
+        QTest::newRow("IUIPlugin id") << QByteArray("com.qorvex.tessaro.plugin.IUIPlugin") << "ui";
+        QTest::newRow("INotify id") << QByteArray("com.qorvex.tessaro.plugin.INotify") << "notify";
+        QTest::newRow("QObject") << QByteArray("QObject") << "object";
+        QTest::newRow("IDeviceMgr id") << QByteArray("com.qorvex.tessaro.plugin.IDeviceMgr") << "null";
+        QTest::newRow("wrong case") << QByteArray("com.qorvex.tessaro.plugin.iuiplugin") << "null";
+    }
+    void metacast()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(QString, expected);
+        m_plugin = qt_plugin_instance();
+        auto* plugin = static_cast<CDeviceMgrUI*>(m_plugin.data());
+        void* expectedPointer = nullptr;
+        if (expected == QLatin1String("object"))
+            expectedPointer = static_cast<QObject*>(plugin);
+        else if (expected == QLatin1String("ui"))
+            expectedPointer = static_cast<IUIPlugin*>(plugin);
+        else if (expected == QLatin1String("notify"))
+            expectedPointer = static_cast<INotify*>(plugin);
+        QCOMPARE(plugin->qt_metacast(name.constData()), expectedPointer);
+    }
+
+    void metacastOfNullName()
+    {
+        m_plugin = qt_plugin_instance();
+        QCOMPARE(m_plugin->qt_metacast(nullptr), static_cast<void*>(nullptr));
+    }
+
+    // The host casts with the two identifiers interchangeably: they must give one pointer, and the
+    // INotify part must be a different sub-object.
+    void basePluginAndUiPluginAreOnePointer()
+    {
+        m_plugin = qt_plugin_instance();
+        void* base = m_plugin->qt_metacast("com.qorvex.tessaro.plugin.IBasePlugin");
+        void* ui = m_plugin->qt_metacast("com.qorvex.tessaro.plugin.IUIPlugin");
+        QVERIFY(base);
+        QCOMPARE(base, ui);
+        QCOMPARE(static_cast<void*>(qobject_cast<IBasePlugin*>(m_plugin.data())), base);
+        QVERIFY(m_plugin->qt_metacast("com.qorvex.tessaro.plugin.INotify") != ui);
+    }
+
+    void fixedAnswers()
+    {
+        m_plugin = qt_plugin_instance();
+        auto* ui = qobject_cast<IUIPlugin*>(m_plugin.data());
+        QVERIFY(ui);
+        QCOMPARE(ui->GetPluginType(), 1u);
+        QCOMPARE(ui->GetPluginName(), QStringLiteral("DeviceMgrUI"));
+        QCOMPARE(ui->GetVersion(), 0u);
+        QVERIFY(ui->GetCLSID().isNull());
+        QCOMPARE(ui->IsAllowRelease(), false);
+        QCOMPARE(ui->GetLastError(), 0u);
+        QCOMPARE(ui->DoModal(), 0);
+        QCOMPARE(ui->IsReady(), true);
+        QRect rect(1, 2, 3, 4);
+        ui->FitSize(rect);
+        QCOMPARE(rect, QRect(1, 2, 3, 4));
+    }
+
+    void changeLang_data()
+    {
+        QTest::addColumn<QString>("lang");
+        QTest::addColumn<bool>("result");
+        QTest::newRow("empty") << QString() << false;
+        QTest::newRow("empty string") << QStringLiteral("") << false;
+        QTest::newRow("de") << QStringLiteral("de") << true;
+        QTest::newRow("unknown") << QStringLiteral("xx") << true;
+        QTest::newRow("blank") << QStringLiteral(" ") << true;
+    }
+    void changeLang()
+    {
+        QFETCH(QString, lang);
+        QFETCH(bool, result);
+        m_plugin = qt_plugin_instance();
+        QCOMPARE(qobject_cast<IUIPlugin*>(m_plugin.data())->ChangeLang(lang), result);
+    }
+
+    void queryInterface_data()
+    {
+        QTest::addColumn<int>("iid");
+        QTest::addColumn<bool>("result");
+        QTest::newRow("4096") << 4096 << false;
+        QTest::newRow("4097") << 4097 << true;
+        QTest::newRow("4098") << 4098 << false;
+        QTest::newRow("0") << 0 << false;
+        QTest::newRow("-1") << -1 << false;
+    }
+    void queryInterface()
+    {
+        QFETCH(int, iid);
+        QFETCH(bool, result);
+        m_plugin = qt_plugin_instance();
+        auto* plugin = static_cast<CDeviceMgrUI*>(m_plugin.data());
+        QObject sentinel;
+        QObject* out = &sentinel;
+        QCOMPARE(plugin->QueryInterface(iid, &out), result);
+        if (!result) {
+            QCOMPARE(out, &sentinel);
+            QCOMPARE(plugin->service(), static_cast<CDeviceMgrService*>(nullptr));
+            return;
+        }
+        QCOMPARE(out, static_cast<QObject*>(CDeviceMgrService::instance()));
+        QCOMPARE(plugin->service(), CDeviceMgrService::instance());
+        // Other plugins reach the interface by its identifier.
+        auto* mgr = qobject_cast<IDeviceMgr*>(out);
+        QVERIFY(mgr);
+        QCOMPARE(out->qt_metacast("com.qorvex.tessaro.plugin.IDeviceMgr"), static_cast<void*>(mgr));
+        QCOMPARE(out->qt_metacast("IDeviceMgr"), static_cast<void*>(mgr));
+        QCOMPARE(out->qt_metacast("CDeviceMgrService"), static_cast<void*>(out));
+    }
+
+    void queryInterfaceLogs()
+    {
+        m_plugin = qt_plugin_instance();
+        qInstallMessageHandler(captureLog);
+        QObject* out = nullptr;
+        static_cast<CDeviceMgrUI*>(m_plugin.data())->QueryInterface(4096, &out);
+        qInstallMessageHandler(nullptr);
+        QCOMPARE(g_log.value(0),
+                 QStringLiteral("../../src/DeviceMgrUIPlugin/DeviceMgrUIPlugin.cpp: QueryInterface called"));
+    }
+
+    // The host may unregister before it ever called Init(): the service is created on demand and
+    // the three callbacks are withdrawn without any of them having been registered.
+    void unSDKRegisterEventBeforeInit()
+    {
+        m_plugin = qt_plugin_instance();
+        zelk::sim::clearCalls();
+        qInstallMessageHandler(captureLog);
+        qobject_cast<IUIPlugin*>(m_plugin.data())->UnSDKRegisterEvent();
+        qInstallMessageHandler(nullptr);
+        QStringList unregistered;
+        for (const auto& call : zelk::sim::calls())
+            if (QString::fromStdString(call.function).contains(QLatin1String("UnRegister")))
+                unregistered << QString::fromStdString(call.function);
+        QCOMPARE(unregistered,
+                 QStringList({QStringLiteral("ZELK_DevSrv_UnRegisterDevInitEventCallback"),
+                              QStringLiteral("ZELK_DevSrv_UnRegisterDevMgrCallback"),
+                              QStringLiteral("ZELK_DevSrv_UnRegisterMultiDeviceEventCallback")}));
+        QVERIFY(g_log.contains(
+            QStringLiteral("../../src/DeviceMgrUIPlugin/DeviceMgrUIPlugin.cpp: UnSDKRegisterEvent called")));
+        QVERIFY(g_log.contains(
+            QStringLiteral("../../src/DeviceMgrUIPlugin/DeviceMgrUIPlugin.cpp: UnSDKRegisterEvent exit")));
+    }
+
+    void onDestroyReleasesService()
+    {
+        m_plugin = qt_plugin_instance();
+        auto* plugin = static_cast<CDeviceMgrUI*>(m_plugin.data());
+        QObject* out = nullptr;
+        QVERIFY(plugin->QueryInterface(4097, &out));
+        QPointer<QObject> service(out);
+        plugin->OnDestroy();
+        QVERIFY(service.isNull());
+        QCOMPARE(plugin->service(), static_cast<CDeviceMgrService*>(nullptr));
+        // A second unload is harmless.
+        plugin->OnDestroy();
+        // And a later query builds a fresh service.
+        QVERIFY(plugin->QueryInterface(4097, &out));
+        QVERIFY(out);
+    }
+
+    // Deleting the plugin object leaves the service alone: the host destroys it with OnDestroy().
+    void deletingPluginKeepsService()
+    {
+        m_plugin = qt_plugin_instance();
+        QObject* out = nullptr;
+        static_cast<CDeviceMgrUI*>(m_plugin.data())->QueryInterface(4097, &out);
+        QPointer<QObject> service(out);
+        delete m_plugin.data();
+        QVERIFY(!service.isNull());
+        QCOMPARE(static_cast<QObject*>(CDeviceMgrService::instance()), service.data());
+    }
+
+    void notifyAndShowWindowReachTheService()
+    {
+        m_plugin = qt_plugin_instance();
+        auto* plugin = static_cast<CDeviceMgrUI*>(m_plugin.data());
+        QCOMPARE(plugin->Notify(258, 0, 0), 0);
+        QCOMPARE(plugin->Notify(12345, 1, 2), 0);
+        QRect rect;
+        QVERIFY(plugin->ShowWindow(nullptr, rect));
+    }
+
+    // The device is available only when the SDK answers and the status is 1 or 3.
+    void isDeviceAvialable_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<bool>("fail");
+        QTest::addColumn<bool>("available");
+        QTest::newRow("ready") << 1 << false << true;
+        QTest::newRow("available") << 3 << false << true;
+        QTest::newRow("initialising") << 2 << false << false;
+        QTest::newRow("rejected") << 4 << false << false;
+        QTest::newRow("SDK error") << 3 << true << false;
+    }
+    void isDeviceAvialable()
+    {
+        QFETCH(int, status);
+        QFETCH(bool, fail);
+        QFETCH(bool, available);
+        zelk::sim::Device device = zelk::sim::defaultDevice();
+        device.status = status;
+        QVERIFY(zelk::sim::updateDevice(device));
+        if (fail)
+            zelk::sim::failNext("ZELK_DevSrv_GetDevStatus");
+        QCOMPARE(CDeviceMgrService::instance()->IsDeviceAvialable(), available);
+        // Without a usable device there is no usable SIM either.
+        if (!available)
+            QCOMPARE(CDeviceMgrService::instance()->IsValidSim(), false);
+    }
+
+private:
+    HostFixture m_host;
+    QPointer<QObject> m_plugin;
+};
+
+QTEST_MAIN(tst_PluginEntry)
+#include "tst_pluginentry.moc"

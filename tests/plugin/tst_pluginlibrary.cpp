@@ -1,0 +1,128 @@
+// The built plugin file, as the host finds it: loaded with QLibrary, with dlopen and through the
+// host's plugin container.
+#include "HostFixture.h"
+#include "HostFramework.h"
+#include "IDeviceMgr.h"
+#include "PluginContainer.h"
+#include "PluginInterfaces.h"
+
+#include <QtCore/QLibrary>
+#include <QtCore/QPointer>
+#include <QtTest/QtTest>
+
+#include <dlfcn.h>
+
+namespace {
+
+using InstanceFn = QObject* (*)();
+using VerificationFn = const char* (*)();
+
+const char kPluginFile[] = TESSARO_PLUGIN_DIR "/libDeviceMgrUIPlugin.so";
+
+} // namespace
+
+class tst_PluginLibrary : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        m_host.init();
+        HostFramework::setPluginLibraryPath(QStringLiteral(TESSARO_BUILD_DIR));
+    }
+    void init() { m_host.beginTest(); }
+    void cleanup() { QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError())); }
+    void cleanupTestCase() { m_host.shutdown(); }
+
+    void loadsWithQLibrary()
+    {
+        QLibrary library(QString::fromLatin1(kPluginFile));
+        QVERIFY2(library.load(), qPrintable(library.errorString()));
+        auto instance = reinterpret_cast<InstanceFn>(library.resolve("qt_plugin_instance"));
+        auto verification =
+            reinterpret_cast<VerificationFn>(library.resolve("qt_plugin_query_verification_data"));
+        QVERIFY(instance);
+        QVERIFY(verification);
+        QVERIFY(
+            QByteArray(verification()).startsWith("pattern=QT_PLUGIN_VERIFICATION_DATA\nversion=4.6.2\n"));
+
+        QPointer<QObject> root = instance();
+        QVERIFY(root);
+        QCOMPARE(instance(), root.data());
+        auto* ui = qobject_cast<IUIPlugin*>(root.data());
+        QVERIFY(ui);
+        QCOMPARE(ui->GetPluginName(), QStringLiteral("DeviceMgrUI"));
+        QVERIFY(qobject_cast<INotify*>(root.data()));
+
+        // The service comes from the plugin's own copy of the code and answers IDeviceMgr.
+        QObject* service = nullptr;
+        QVERIFY(ui->QueryInterface(4097, &service));
+        QVERIFY(qobject_cast<IDeviceMgr*>(service));
+        ui->OnDestroy();
+        delete root.data();
+        QVERIFY(root.isNull());
+        // A new object after the old one died.
+        QPointer<QObject> second = instance();
+        QVERIFY(second);
+        delete second.data();
+        QVERIFY(library.unload());
+    }
+
+    // Only the two C entry points leave the library: its classes are hidden, so a second plugin
+    // with classes of the same names cannot bind to ours.
+    void exportsOnlyTheEntryPoints_data()
+    {
+        QTest::addColumn<QByteArray>("symbol");
+        QTest::addColumn<bool>("exported");
+        QTest::newRow("instance") << QByteArray("qt_plugin_instance") << true;
+        QTest::newRow("verification") << QByteArray("qt_plugin_query_verification_data") << true;
+        QTest::newRow("service instance") << QByteArray("_ZN17CDeviceMgrService8instanceEv") << false;
+        QTest::newRow("plugin ctor") << QByteArray("_ZN12CDeviceMgrUIC1Ev") << false;
+        QTest::newRow("sdk function") << QByteArray("ZELK_DevSrv_GetDevStatus") << false;
+    }
+    void exportsOnlyTheEntryPoints()
+    {
+        QFETCH(QByteArray, symbol);
+        QFETCH(bool, exported);
+        void* handle = dlopen(kPluginFile, RTLD_NOW | RTLD_LOCAL);
+        QVERIFY2(handle, dlerror());
+        // dlsym on a handle searches the library and its dependencies; ask where the symbol lives.
+        void* address = dlsym(handle, symbol.constData());
+        bool inPlugin = false;
+        if (address) {
+            Dl_info info{};
+            if (dladdr(address, &info) && info.dli_fname)
+                inPlugin = QByteArray(info.dli_fname).endsWith("libDeviceMgrUIPlugin.so");
+        }
+        QCOMPARE(inPlugin, exported);
+        dlclose(handle);
+    }
+
+    void loadsThroughTheContainer()
+    {
+        PluginContainer* container = HostFramework::container();
+        QVERIFY(container);
+        QPointer<QObject> root = container->LoadPlugin(QStringLiteral("DeviceMgrUIPlugin"));
+        QVERIFY2(root, qPrintable(container->lastError()));
+        auto* ui = qobject_cast<IUIPlugin*>(root.data());
+        QVERIFY(ui);
+        QCOMPARE(ui->GetPluginType(), 1u);
+        QVERIFY(ui->ChangeLang(QStringLiteral("de")));
+        QVERIFY(container->UnloadPlugin(QStringLiteral("DeviceMgrUIPlugin")));
+        QVERIFY(root.isNull());
+    }
+
+    void missingPluginIsRefused()
+    {
+        PluginContainer* container = HostFramework::container();
+        QVERIFY(!container->LoadPlugin(QStringLiteral("NoSuchPlugin")));
+        QVERIFY(container->lastError().contains(QLatin1String("NoSuchPlugin")));
+    }
+
+private:
+    HostFixture m_host;
+};
+
+QTEST_MAIN(tst_PluginLibrary)
+#include "tst_pluginlibrary.moc"
