@@ -128,9 +128,8 @@ extern "C" Q_DECL_EXPORT QObject* qt_plugin_instance()
 
 extern "C" Q_DECL_EXPORT const char* qt_plugin_query_verification_data()
 {
-    static const char verificationData[] = "pattern=QT_PLUGIN_VERIFICATION_DATA\n"
-                                           "version=4.6.2\n"
-                                           "debug=false\n"
-                                           "buildkey=macosx macx g++-4 full-config";
+    // clang-format off
+    static const char verificationData[] = "pattern=QT_PLUGIN_VERIFICATION_DATA\nversion=4.6.2\ndebug=false\nbuildkey=macosx macx g++-4 full-config";
+    // clang-format on
     return verificationData;
 }
