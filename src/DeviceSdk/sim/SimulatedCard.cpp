@@ -725,7 +725,18 @@ ZELK_RESULT SimulatedCard::verifyPin(unsigned char btType, const char* pin, unsi
 
 ZELK_RESULT SimulatedCard::enablePin(unsigned char btType, const char* pin)
 {
-    Call call(*this, "ZELK_DevSrv_EnablePin", {num(btType), code(pin)});
+    return setPinRequest("ZELK_DevSrv_EnablePin", btType, pin, true);
+}
+
+ZELK_RESULT SimulatedCard::disablePin(unsigned char btType, const char* pin)
+{
+    return setPinRequest("ZELK_DevSrv_DisablePin", btType, pin, false);
+}
+
+// Switching the PIN request on or off checks the PIN like a verification does.
+ZELK_RESULT SimulatedCard::setPinRequest(const char* function, unsigned char btType, const char* pin, bool on)
+{
+    Call call(*this, function, {num(btType), code(pin)});
     if (call.skip()) {
         return call.done(0);
     }
@@ -736,35 +747,9 @@ ZELK_RESULT SimulatedCard::enablePin(unsigned char btType, const char* pin)
     Device* d = activeLocked();
     ZELK_RESULT result = ZELK_ERROR_FAILURE;
     // A request for the state the card is already in is refused without costing an attempt.
-    if (d && d->sim.present && d->sim.pinAttempts > 0 && d->sim.pukAttempts > 0 && !d->sim.pinEnabled) {
+    if (d && d->sim.present && d->sim.pinAttempts > 0 && d->sim.pukAttempts > 0 && d->sim.pinEnabled != on) {
         if (typed == d->sim.pin) {
-            d->sim.pinEnabled = true;
-            d->sim.pinVerified = true;
-            d->sim.pinAttempts = kPinAttempts;
-            result = ZELK_ERROR_SUCCESS;
-        } else {
-            --d->sim.pinAttempts;
-        }
-    }
-    wipe(typed);
-    return call.done(result);
-}
-
-ZELK_RESULT SimulatedCard::disablePin(unsigned char btType, const char* pin)
-{
-    Call call(*this, "ZELK_DevSrv_DisablePin", {num(btType), code(pin)});
-    if (call.skip()) {
-        return call.done(0);
-    }
-    std::string typed;
-    if (btType != 0 || !pin || !readCode(pin, ZELK_PIN_BUFFER_SIZE, 4, 8, &typed)) {
-        return call.done(ZELK_ERROR_BAD_PARAM);
-    }
-    Device* d = activeLocked();
-    ZELK_RESULT result = ZELK_ERROR_FAILURE;
-    if (d && d->sim.present && d->sim.pinAttempts > 0 && d->sim.pukAttempts > 0 && d->sim.pinEnabled) {
-        if (typed == d->sim.pin) {
-            d->sim.pinEnabled = false;
+            d->sim.pinEnabled = on;
             d->sim.pinVerified = true;
             d->sim.pinAttempts = kPinAttempts;
             result = ZELK_ERROR_SUCCESS;

@@ -101,6 +101,7 @@ public:
     EventDispatcher& dispatcher() { return *m_dispatcher; }
 
 private:
+    ZELK_RESULT setPinRequest(const char* function, unsigned char btType, const char* pin, bool on);
     class Call;
     struct Forced
     {
