@@ -3,6 +3,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDebug>
+#include <QtCore/QLoggingCategory>
 #include <QtCore/QTime>
 
 #include <mutex>
@@ -39,6 +40,15 @@ inline QByteArray now()
     return QTime::currentTime().toString(QStringLiteral("hh:mm:ss:zzz")).toLatin1();
 }
 
+// Whether a message of this type would be shown at all. The leading fields cost a clock read, a
+// time-zone lookup and an allocation; events from the SDK threads should not pay that for output
+// that is switched off.
+inline bool enabled(QtMsgType type)
+{
+    const QLoggingCategory* category = QLoggingCategory::defaultCategory();
+    return !category || category->isEnabled(type);
+}
+
 // What a log shows in place of a code that the user typed.
 constexpr const char* kMaskedCode = "********";
 
@@ -50,12 +60,26 @@ constexpr const char* kMaskedCode = "********";
 // Three leading fields: time "hh:mm:ss:zzz", source path, function name; e.g.
 //   DM_LOG("%s : %s : %s : Entered");
 #define DM_LOG(fmt, ...)                                                                                     \
-    qDebug(fmt, devmgr_log::now().constData(), DM_SOURCE_PATH, __FUNCTION__, ##__VA_ARGS__)
+    do {                                                                                                     \
+        if (devmgr_log::enabled(QtDebugMsg))                                                                 \
+            qDebug(fmt, devmgr_log::now().constData(), DM_SOURCE_PATH, __FUNCTION__, ##__VA_ARGS__);         \
+    } while (0)
 // The same for failures of SDK calls.
 #define DM_WARN(fmt, ...)                                                                                    \
-    qWarning(fmt, devmgr_log::now().constData(), DM_SOURCE_PATH, __FUNCTION__, ##__VA_ARGS__)
+    do {                                                                                                     \
+        if (devmgr_log::enabled(QtWarningMsg))                                                               \
+            qWarning(fmt, devmgr_log::now().constData(), DM_SOURCE_PATH, __FUNCTION__, ##__VA_ARGS__);       \
+    } while (0)
 // Two leading fields (source path, function name): the shorter form, e.g. "%s: %s called".
-#define DM_LOG2(fmt, ...) qDebug(fmt, DM_SOURCE_PATH, __FUNCTION__, ##__VA_ARGS__)
-#define DM_WARN2(fmt, ...) qWarning(fmt, DM_SOURCE_PATH, __FUNCTION__, ##__VA_ARGS__)
+#define DM_LOG2(fmt, ...)                                                                                    \
+    do {                                                                                                     \
+        if (devmgr_log::enabled(QtDebugMsg))                                                                 \
+            qDebug(fmt, DM_SOURCE_PATH, __FUNCTION__, ##__VA_ARGS__);                                        \
+    } while (0)
+#define DM_WARN2(fmt, ...)                                                                                   \
+    do {                                                                                                     \
+        if (devmgr_log::enabled(QtWarningMsg))                                                               \
+            qWarning(fmt, DM_SOURCE_PATH, __FUNCTION__, ##__VA_ARGS__);                                      \
+    } while (0)
 // A code typed by the user, as it may appear in a log: always masked.
 #define DM_MASKED(code) ((void)(code), devmgr_log::kMaskedCode)
