@@ -9,6 +9,11 @@ scripts/ensure-deps.sh
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTESSARO_BUILD_TESTS=OFF -DTESSARO_BUILD_BENCH=OFF >/dev/null
 cmake --build build -j"$(nproc)"
 
+# The plugin's diagnostic log is quiet unless asked for (TESSARO_LOG=1).
+if [ -z "${TESSARO_LOG:-}" ]; then
+    export QT_LOGGING_RULES="${QT_LOGGING_RULES:-default.debug=false}"
+fi
+
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
     exec build/bin/tessaro --scenario scenarios/default.json "$@"
 fi
