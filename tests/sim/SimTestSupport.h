@@ -1,0 +1,187 @@
+// Shared helpers of the SIM dialog suites: the service against the simulated card with its frame
+// shown, the dialogs found on screen by object name, typing and clicking as a user does, and the
+// message boxes and notifications as the user and the other plugins see them.
+#pragma once
+
+#include "ServiceTestSupport.h"
+
+#include "HostServiceObjects.h"
+#include "SimWidgets.h"
+
+#include <QtCore/QStringList>
+#include <QtTest/QtTest>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+
+namespace simtest {
+
+// Object names of the four SIM dialogs.
+inline const QString kVerifyDlg = QStringLiteral("DeviceMgrUI_VerifyPINDlg");
+inline const QString kPinDlg = QStringLiteral("DeviceMgrUI_m_pdialogPINDlg");
+inline const QString kPukDlg = QStringLiteral("DeviceMgrUI_dialogPUKDlg");
+inline const QString kModifyDlg = QStringLiteral("DeviceMgrUI_dialogModifyDlg");
+
+// The visible top-level window called `name`, or null.
+inline QWidget* window(const QString& name)
+{
+    const auto tops = QApplication::topLevelWidgets();
+    for (QWidget* top : tops)
+        if (top->isVisible() && top->objectName() == name)
+            return top;
+    return nullptr;
+}
+
+inline SimDlg* dialog(const QString& name)
+{
+    return qobject_cast<SimDlg*>(window(name));
+}
+
+// Object names of every SIM dialog on screen, sorted.
+inline QStringList openDialogs()
+{
+    QStringList names;
+    const auto tops = QApplication::topLevelWidgets();
+    for (QWidget* top : tops)
+        if (top->isVisible() && qobject_cast<SimDlg*>(top))
+            names << top->objectName();
+    names.sort();
+    return names;
+}
+
+// A widget inside the visible dialog `dialogName`; an empty `name` takes the first of its kind.
+template<class T>
+T* child(const QString& dialogName, const QString& name = QString())
+{
+    QWidget* top = window(dialogName);
+    if (!top)
+        return nullptr;
+    return name.isEmpty() ? top->findChild<T*>() : top->findChild<T*>(name);
+}
+
+inline QLineEdit* field(const QString& dialogName, const QString& name = QString())
+{
+    return child<QLineEdit>(dialogName, name);
+}
+
+inline QString labelText(const QString& dialogName, const QString& name)
+{
+    QLabel* label = child<QLabel>(dialogName, name);
+    return label ? label->text() : QStringLiteral("<no label %1>").arg(name);
+}
+
+// The dialog's button showing `text` (the IDS key while no language is loaded).
+inline QAbstractButton* button(const QString& dialogName, const QString& text)
+{
+    QWidget* top = window(dialogName);
+    if (!top)
+        return nullptr;
+    const auto buttons = top->findChildren<QAbstractButton*>();
+    for (QAbstractButton* b : buttons)
+        if (b->text() == text || b->objectName() == text)
+            return b;
+    return nullptr;
+}
+
+inline QAbstractButton* okButton(const QString& dialogName)
+{
+    return button(dialogName, QStringLiteral("IDS_MAINFRM_OK_PROMPT"));
+}
+
+// Types as a person does, one key press after the other.
+inline void type(QLineEdit* edit, const QString& text)
+{
+    QVERIFY2(edit, "no field to type into");
+    edit->setFocus();
+    QTest::keyClicks(edit, text);
+}
+
+inline void click(QAbstractButton* b)
+{
+    QVERIFY2(b, "no button to click");
+    QVERIFY2(b->isEnabled(), qPrintable(QStringLiteral("button '%1' is disabled").arg(b->text())));
+    QTest::mouseClick(b, Qt::LeftButton);
+}
+
+// A message box as one line: "function icon parent | title | text | buttons".
+inline QString describe(const HostFramework::MessageRecord& r)
+{
+    return QStringLiteral("%1 %2 %3 | %4 | %5 | %6")
+        .arg(r.function)
+        .arg(r.icon)
+        .arg(r.parentName.isEmpty() ? QStringLiteral("-") : r.parentName)
+        .arg(r.title, r.text, r.buttons.join(QLatin1Char(',')));
+}
+
+inline QStringList messages()
+{
+    QStringList out;
+    const auto records = HostFramework::messageRecords();
+    for (const auto& r : records)
+        out << describe(r);
+    return out;
+}
+
+// An information box of the SIM dialogs with one OK button, as recorded.
+inline QString info(const QString& text, const QString& parent = QStringLiteral("-"),
+                    const QString& function = QStringLiteral("ShowMessage"))
+{
+    return QStringLiteral("%1 1 %2 | IDS_MAINFRM_PROMPT | %3 | IDS_OK").arg(function, parent, text);
+}
+
+inline zelk::sim::Device activeDevice()
+{
+    zelk::sim::Device d;
+    zelk::sim::findDevice(zelk::sim::activeDeviceId(), &d);
+    return d;
+}
+
+// The active card with its PIN request on and not yet entered: the SIM asks for the PIN.
+inline void pinRequired(int pinAttempts = 3, int pukAttempts = 10)
+{
+    zelk::sim::Device d = activeDevice();
+    d.sim.pinEnabled = true;
+    d.sim.pinVerified = false;
+    d.sim.pinAttempts = pinAttempts;
+    d.sim.pukAttempts = pukAttempts;
+    QVERIFY(zelk::sim::updateDevice(d));
+}
+
+inline void cardLock(int state, int attempts = 5)
+{
+    zelk::sim::Device d = activeDevice();
+    d.cardLock.state = state;
+    d.cardLock.attempts = attempts;
+    QVERIFY(zelk::sim::updateDevice(d));
+}
+
+// The service started with the host's frame on screen (dialogs may open), records cleared.
+inline CDeviceMgrService* startService(bool frameShown = true)
+{
+    CDeviceMgrService* service = CDeviceMgrService::instance();
+    if (!service->Init())
+        return nullptr;
+    if (frameShown)
+        service->Notify(NTF_FRAME_SHOWN, 0, 0);
+    zelk::sim::clearCalls();
+    HostFramework::clearNotificationRecords();
+    HostFramework::clearMessageRecords();
+    HostFramework::mainMenuService()->resetCounts();
+    return service;
+}
+
+// The SDK's start-up PIN check event (6011), as the card sends it, handled on the GUI thread.
+inline bool startupPinCheck()
+{
+    svc::inject(ZELK_EVENT_DEV_PIN_CHECK);
+    return svc::settle(svc::g_handled.load() + 1);
+}
+
+// Deletes what the service scheduled for deletion, so a replaced dialog is really gone.
+inline void flushDeletes()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace simtest
