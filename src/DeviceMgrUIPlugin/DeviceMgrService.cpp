@@ -5,6 +5,7 @@
 #include "Change.h"
 #include "CommonUtils.h"
 #include "DeviceMgrLog.h"
+#include "DeviceMgrWin7Thread.h"
 #include "HostIds.h"
 #include "HostServices.h"
 #include "Startup.h"
@@ -139,16 +140,24 @@ void CDeviceMgrService::releaseData()
     // The chooser is not part of this build yet; m_pDlgChooseDev is always null here.
     m_pDlgChooseDev = nullptr;
     disconnect();
-    // The WWAN readiness thread and the fingerprint thread are not part of this build yet: neither
-    // pointer is ever set, so there is nothing to stop.
-    m_pWin7Thread = nullptr;
+    if (m_pWin7Thread) {
+        m_pWin7Thread->Stop();
+        delete m_pWin7Thread;
+        m_pWin7Thread = nullptr;
+    }
+    // The fingerprint thread is not part of this build yet: its pointer is never set.
     m_pFPThread = nullptr;
-    // The information dialog is the only dialog of the service in this build.
     if (m_pInfoTimer)
         m_pInfoTimer->stop();
     delete m_pInfoDlg.data();
     m_pInfoDlg = nullptr;
     m_pInfoLabel = nullptr;
+    // The SIM dialogs; their widgets go with them. A PUK dialog replaced earlier may still wait for
+    // its deferred deletion, which the event loop does on its own.
+    delete m_pdialogPINDlg.data();
+    delete m_pdialogPUKDlg.data();
+    delete m_pdialogModifyDlg.data();
+    delete m_pdialogVerifyPINDlg.data();
     delete m_pUILogic;
     m_pUILogic = nullptr;
     destroyActivationWizard();
@@ -415,11 +424,6 @@ void CDeviceMgrService::selectPluginsBySim()
     }
 }
 
-void CDeviceMgrService::onPinStateChanged(E_DEVMGR_PIN_STATE penStatus)
-{
-    m_enPinState = penStatus;
-}
-
 void CDeviceMgrService::onUpdateChooseDevice()
 {
     if (m_pDlgChooseDev)
@@ -435,6 +439,7 @@ int CDeviceMgrService::Notify(unsigned int code, unsigned int wParam, unsigned i
     case NTF_FRAME_SHOWN: {
         DM_LOG("%s : %s : %s : got notification NTF_FRAME_SHOWN");
         m_bFrameShown = true;
+        m_bFrameLaunched = true;
         getParentWidget();
         initMainMenuObj();
         // Creating the chooser belongs to the chooser's own work; until it exists the first-frame
@@ -481,10 +486,13 @@ int CDeviceMgrService::Notify(unsigned int code, unsigned int wParam, unsigned i
     case NTF_CALL_DLG_SHOWN_1:
     case NTF_CALL_DLG_SHOWN_2:
     case NTF_CALL_DLG_SHOWN_3:
+        // The call service's dialogs stand for a call being set up or under way.
         m_bExternalDlgShown = true;
+        m_bCallActive = true;
         break;
     case NTF_CALL_DLG_CLOSED:
         m_bExternalDlgShown = false;
+        m_bCallActive = false;
         break;
     default:
         break;
@@ -553,11 +561,4 @@ bool CDeviceMgrService::IsDeviceAvialable()
                            (status == DEVICE_STATUS_READY || status == DEVICE_STATUS_AVAILABLE);
     m_bDeviceAvialable = available;
     return available;
-}
-
-bool CDeviceMgrService::IsValidSim()
-{
-    if (!IsDeviceAvialable())
-        return false;
-    return m_pUILogic && m_enCardState == 2 && m_bValidSim && m_bValidPinState;
 }

@@ -4,6 +4,7 @@
 
 #include "DeviceMgrUILogic.h"
 #include "IDeviceMgr.h"
+#include "SimWidgets.h"
 #include "ZelkSdk.h"
 
 #include <QtCore/QMutex>
@@ -13,6 +14,7 @@
 #include <QtCore/QString>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QWidget>
 
 #include <atomic>
@@ -85,17 +87,63 @@ public:
     bool DevIsSupportLTE();
     void getParentWidget();
 
-    // Owned by the SIM dialogs, the WWAN thread, the fingerprint lock, activation and GID work.
-    void checkPINWithWin7();
-    void closeAllPopups(bool closeChooser);
-    void handleCardLockState();
+    // Owned by the fingerprint lock.
     void FPLockOnDialogClose();
     void handleFPVerifyEvent();
     void subscribeCallNotification();
+
+    // ---- PIN state dispatch (GUI thread) ----
+    // Checks the PIN at once, or first waits for the platform's WWAN service.
+    void checkPINWithWin7();
+    // Re-reads the PIN state and, when allowed, opens the dialog it asks for.
+    void checkPIN();
+    void launchPinDlg(E_DEVMGR_PIN_STATE state);
+    void launchSpecificPinDlg(E_DEVMGR_PIN_STATE state);
+    // The PIN dialog's attempts are used up: the PUK dialog, or the card-blocked message for the
+    // network-lock code.
+    void processPINPUK();
+    // Closes every popup of the service (the chooser too when asked).
+    void closeAllPopups(bool closeChooser);
+    // Closes the PIN, PUK, change-PIN and verification dialogs without asking; their fields clear.
+    void closePinDlg();
+    // Resets the dialog of the current job (m_enPinState) to its freshly opened look; 0 on success.
+    int setDlgToInitialState();
+
+    // ---- Enable/disable PIN dialog, also used for the network-lock code ----
+    int createPINDlg();
+    void showPINDlg();
+    void displaySuccessMsgBoxPINOkButtonClicked();
+    void displayFailureMsgBoxPINOkButtonClicked();
+    void processMsgBoxReply(QString text, E_DEVMGR_PIN_STATE job);
+    void processMsgBoxReplyNo(E_DEVMGR_PIN_STATE job);
     void changeLangPinDlg();
-    void changeLangVerifyPinDlg();
-    void changeLangModifyPinDlg();
+
+    // ---- PUK dialog ----
+    int createPUKDlg();
+    int createInternalPUKLayouts();
+    int setDlgToInitialStateUnlockPin();
+    void processTextEditedUnlockPin();
     void changeLangPukDlg();
+
+    // ---- Change-PIN dialog ----
+    int createModifyDlg();
+    int setTextCreateModifyDlg();
+    int setButtonsCreateModifyDlg();
+    int setDlgToInitialStateModifyPin();
+    void processTextEditedModifyPin();
+    void modifyPinModOkButtonClicked(QString& newPin, QString& currentPin);
+    void changeLangModifyPinDlg();
+
+    // ---- Start-up verification dialog ----
+    int createVerifyPINDlg();
+    void showVerifyPINDlg();
+    int setDlgToInitialStateVerifyPin();
+    void changeLangVerifyPinDlg();
+
+    // ---- Data card lock ----
+    void VerifyCardLock();
+    void handleCardLockState();
+    int setDlgToInitialStateCardVerify();
 
     // IDeviceMgr
     void VerifyPIN() override;
@@ -135,6 +183,12 @@ public:
     int lastProductType() const { return m_iLastProductType; }
     QWidget* parentWidget() const { return m_pParentWidget.data(); }
     QTimer* infoTimer() const { return m_pInfoTimer; }
+    bool isValidPinState() const { return m_bValidPinState; }
+    bool isMsgBoxShown() const { return m_bMsgBoxShown; }
+    bool isCallActive() const { return m_bCallActive; }
+    DeviceMgrWin7Thread* win7Thread() const { return m_pWin7Thread; }
+    // The dispatch refreshes the menu but opens no dialog while suspended.
+    void setPinCheckSuspended(bool suspended) { m_bPinCheckSuspended = suspended; }
 
 signals:
     void signalDeviceMgrInitEventHandler(qint32 enNotifyType);
@@ -160,6 +214,24 @@ public slots:
     void onSignalRFSwitch(uint hwstate, uint swstate);
     void onUpdateChooseDevice();
 
+    // SIM dialogs: the shared field and button handlers.
+    void onTextEdited(const QString& text);
+    void onVerifyPINOkButtonClicked();
+    void onPINOkButtonClicked();
+    void onPUKOkButtonClicked();
+    void onModOkButtonClicked();
+    void onCancelButtonClicked();
+    void onCloseDialog(QCloseEvent* event);
+    void onDeviceInitFinishHandler();
+    void showVerifyPinContextMenu(const QPoint& pos);
+    void showPinContextMenu(const QPoint& pos);
+    void showCurrPinContextMenu(const QPoint& pos);
+    void showNewPinContextMenu(const QPoint& pos);
+    void showConfirmPinContextMenu(const QPoint& pos);
+    void showPUKContextMenu(const QPoint& pos);
+    void showPINPUKContextMenu(const QPoint& pos);
+    void showConfirmPUKContextMenu(const QPoint& pos);
+
 private:
     CDeviceMgrService();
     ~CDeviceMgrService() override;
@@ -171,6 +243,32 @@ private:
     void chooserReloadPlugins(const QString& key, bool force);
     bool activationWindowShown() const;
     void destroyActivationWizard();
+    void chooserCloseDlg();
+
+    // Shared by the SIM dialogs.
+    // A code field with the settings every SIM dialog gives it; `contextSlot` is a SLOT() string.
+    LineEdit* createCodeField(QWidget* parent, const QString& objectName, const char* contextSlot,
+                              const QSize& size);
+    // Closes a SIM dialog without asking the user (the program, not the user, decided).
+    static void closeSimDlg(SimDlg* dialog);
+    // A dialog of a pending entry (verification, PUK, network-lock code) already on screen is
+    // brought to the front instead of opening another SIM dialog over it; true when there is one.
+    bool raisePendingDlg();
+    // Closes the dialogs whose job is done when another SIM dialog opens.
+    void closeOtherSimDlgs(SimDlg* keep);
+    // The PIN is used up: a PUK dialog built afresh replaces `from` (may be null). With
+    // `reportNotReady` the SIM is also reported not ready. False when the dialog cannot be built.
+    bool switchToPukDlg(SimDlg* from, bool reportNotReady);
+    // The SIM can be used: 578 when the card is not network-locked, else 579.
+    void reportSimReadyByCardLock();
+    void refreshSimMenu();
+    // The retries label: the prompt text followed by the count, or the unknown text.
+    static QString retriesText(const char* promptKey, int count);
+    // A modal message of the SIM dialogs, flagged in m_bMsgBoxShown while it is open.
+    int showSimMessage(int icon, QWidget* parent, const QString& textKey, bool customize = false);
+    // The enable/disable dialog reset for job 2 or 3.
+    int setDlgToInitialStateEnableDisable();
+    void applyPinDlgTitle();
 
     // The IMSI and GID plugin-set selection of a freshly initialised device.
     void selectPluginsBySim();
@@ -223,6 +321,63 @@ private:
     QMutex m_mutex;
     bool m_bFPPromptOnLaunch = false;
     bool m_bValidPinState = false;
+
+    // ---- SIM dialogs ----
+    // Set with m_bFrameShown: dialogs and messages of the PIN dispatch wait for it.
+    bool m_bFrameLaunched = false;
+    bool m_bPinCheckSuspended = false;
+    // A modal message of the SIM dialogs is open.
+    bool m_bMsgBoxShown = false;
+    // A call is in progress (the call service's notifications): no code goes to the SIM meanwhile.
+    bool m_bCallActive = false;
+    // The PIN state the logic layer reported after a failed operation, taken over by the PIN
+    // dialog when it resets for another attempt; 0 when none is waiting.
+    E_DEVMGR_PIN_STATE m_enPendingPinState = DEVMGR_PIN_READY;
+
+    // Enable/disable PIN dialog, also the network-lock code dialog (job in m_enPinState).
+    QPointer<SimDlg> m_pdialogPINDlg;
+    QPointer<QLabel> m_plabelPINPrompt;
+    QPointer<LineEdit> m_peditPINText;
+    QPointer<QLabel> m_plabelPINTimes;
+    QPointer<QPushButton> m_pbuttonPINOK;
+    QPointer<QPushButton> m_pbuttonPINCancel;
+    int m_iPINDlgRetries = -1;
+
+    // PUK dialog, rebuilt whenever the PIN runs out.
+    QPointer<SimDlg> m_pdialogPUKDlg;
+    QPointer<QWidget> m_pwidgetPUKDlg;
+    QPointer<QLabel> m_plabelPUKTimes;
+    QPointer<QLabel> m_plabelPUK;
+    QPointer<LineEdit> m_peditPUKText;
+    QPointer<QLabel> m_plabelPUKNewPIN;
+    QPointer<LineEdit> m_peditPUKPINText;
+    QPointer<QLabel> m_plabelPUKConfirm;
+    QPointer<LineEdit> m_peditConfirmPUKPINText;
+    QPointer<QPushButton> m_pbuttonPUKOK;
+    QPointer<QPushButton> m_pbuttonPUKCancel;
+    int m_iPUKDlgRetries = -1;
+
+    // Change-PIN dialog.
+    QPointer<SimDlg> m_pdialogModifyDlg;
+    QPointer<QLabel> m_plabelModTimes;
+    QPointer<QLabel> m_plabelCurrPIN;
+    QPointer<LineEdit> m_peditCurrPINText;
+    QPointer<QLabel> m_plabelNewPIN;
+    QPointer<LineEdit> m_peditNewPINText;
+    QPointer<QLabel> m_plabelConfirmPIN;
+    QPointer<LineEdit> m_peditConfirmNewPINText;
+    QPointer<QPushButton> m_pbuttonModOK;
+    QPointer<QPushButton> m_pbuttonModCancel;
+    int m_iModDlgRetries = -1;
+
+    // Start-up verification dialog.
+    QPointer<SimDlg> m_pdialogVerifyPINDlg;
+    QPointer<QLabel> m_plabelVerifyPIN;
+    QPointer<LineEdit> m_peditVerifyPINText;
+    QPointer<QLabel> m_plabelVerifyPINTimes;
+    QPointer<QPushButton> m_pbuttonVerifyOK;
+    QPointer<QPushButton> m_pbuttonVerifyCancel;
+    int m_iVerifyDlgRetries = -1;
     // The logic layer's device list is refilled on SDK threads and cleared or read on the GUI
     // thread; this keeps each refresh whole.
     QMutex m_devInfoMutex;

@@ -5,6 +5,7 @@
 #include "Change.h"
 #include "CommonUtils.h"
 #include "DeviceMgrLog.h"
+#include "DeviceMgrWin7Thread.h"
 #include "HostIds.h"
 #include "HostServices.h"
 #include "Startup.h"
@@ -195,7 +196,9 @@ void CDeviceMgrService::deviceMgrEventSwich(bool reject)
         if (reject)
             showInfoDlg(idsText("IDS_DEVICE_INVALID"), 3000);
     }
-    // The WWAN readiness thread is not part of this build yet; m_pWin7Thread is never set.
+    // The WWAN service the thread waits for belonged to the old device.
+    if (m_pWin7Thread)
+        m_pWin7Thread->Stop();
 }
 
 // ---- Information dialog --------------------------------------------------------------------------
