@@ -4,6 +4,7 @@
 
 #include "Change.h"
 #include "CommonUtils.h"
+#include "DevCheckFPThread.h"
 #include "DeviceMgrLog.h"
 #include "DeviceMgrWin7Thread.h"
 #include "HostIds.h"
@@ -145,8 +146,17 @@ void CDeviceMgrService::releaseData()
         delete m_pWin7Thread;
         m_pWin7Thread = nullptr;
     }
-    // The fingerprint thread is not part of this build yet: its pointer is never set.
-    m_pFPThread = nullptr;
+    // ---- Fingerprint lock: the thread ends within its bound (held events are dropped), the
+    // prompt goes with it.
+    if (DevCheckFPThread* thread = m_pFPThread.exchange(nullptr)) {
+        thread->Stop();
+        delete thread;
+    }
+    if (m_pFPTimer)
+        m_pFPTimer->stop();
+    delete m_pFPDlg.data();
+    m_pFPDlg = nullptr;
+    m_pFPLabel = nullptr;
     if (m_pInfoTimer)
         m_pInfoTimer->stop();
     delete m_pInfoDlg.data();
@@ -204,12 +214,30 @@ int CDeviceMgrService::OnDeviceMgrInitEvent(int event, void* data)
     DM_LOG("%s : %s : %s : called event = %d", event);
     std::shared_lock<std::shared_mutex> guard(instanceLock());
     CDeviceMgrService* service = m_pInstance.load();
-    // Holding init events back behind a fingerprint lock (6018) is the fingerprint thread's job;
-    // that thread is not part of this build yet, so every event goes straight on.
-    if (event == ZELK_EVENT_DEV_DEVICE_INIT_FINISH && service)
+    // ---- Fingerprint lock: from the lock event (6018) on, init events are held by the fingerprint
+    // thread, which replays them in arrival order once the finger is verified. The lock event
+    // itself is held too: the thread hands it on first.
+    if (event == ZELK_EVENT_DEV_FP_LOCK && service) {
+        DevCheckFPThread* thread = service->m_pFPThread.load();
+        if (!thread) {
+            // Only the SDK's one init-event thread creates it.
+            thread = new DevCheckFPThread(service);
+            service->m_pFPThread.store(thread);
+        }
+        thread->FPLock();
+        thread->startHolding();
+    } else if (event == ZELK_EVENT_DEV_DEVICE_INIT_FINISH && service) {
         CommonUtils::SetLteMode(service->DevIsSupportLTE());
-    if (service)
-        emit service->signalDeviceMgrInitEventHandler(event);
+    }
+    if (service) {
+        DevCheckFPThread* thread = service->m_pFPThread.load();
+        if (!thread || !thread->pushIfHolding(event)) {
+            // What an ended run left behind goes first, so the GUI sees arrival order.
+            if (thread)
+                thread->SendAllNotifies();
+            emit service->signalDeviceMgrInitEventHandler(event);
+        }
+    }
     DM_LOG("%s : %s : %s : exit");
     return 1;
 }

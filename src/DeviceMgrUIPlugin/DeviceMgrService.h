@@ -92,6 +92,14 @@ public:
     void handleFPVerifyEvent();
     void subscribeCallNotification();
 
+    // ---- Fingerprint lock: the reader's prompt (GUI thread) ----
+    // The prompt dialog with its label and the timer that brings the general prompt back; 0 on success.
+    int createFPDlg();
+    // Shows the reader's text for `state` (the general prompt for a state without one).
+    void ChangePrompt(_ZELK_EN_VERIFYINDSTATE state);
+    DevCheckFPThread* fpThread() const { return m_pFPThread.load(); }
+    bool isFPPromptOnLaunch() const { return m_bFPPromptOnLaunch; }
+
     // ---- PIN state dispatch (GUI thread) ----
     // Checks the PIN at once, or first waits for the platform's WWAN service.
     void checkPINWithWin7();
@@ -213,6 +221,8 @@ public slots:
     void onPinStateChanged(E_DEVMGR_PIN_STATE penStatus);
     void onSignalRFSwitch(uint hwstate, uint swstate);
     void onUpdateChooseDevice();
+    // Fingerprint lock: a reader's text has been on screen for its second.
+    void onFPTimerOut();
 
     // SIM dialogs: the shared field and button handlers.
     void onTextEdited(const QString& text);
@@ -305,7 +315,8 @@ private:
     QPointer<QLabel> m_pInfoLabel;
     QTimer* m_pInfoTimer = nullptr;
     bool m_bFPLockPending = false;
-    DevCheckFPThread* m_pFPThread = nullptr;
+    // Created on an SDK thread by the first lock event, stopped and deleted on the GUI thread.
+    std::atomic<DevCheckFPThread*> m_pFPThread{nullptr};
     bool m_bDevInitStarted = false;
     bool m_bFrameShown = false;
     bool m_bDeviceAvialable = false;
@@ -381,4 +392,11 @@ private:
     // The logic layer's device list is refilled on SDK threads and cleared or read on the GUI
     // thread; this keeps each refresh whole.
     QMutex m_devInfoMutex;
+
+    // ---- Fingerprint lock: the prompt dialog ----
+    QPointer<QDialog> m_pFPDlg;
+    QPointer<QLabel> m_pFPLabel;
+    QTimer* m_pFPTimer = nullptr;
+    // The fingerprint suite sets up a frame shown during a pending lock.
+    friend class tst_Fingerprint;
 };

@@ -1,19 +1,8 @@
 // Device manager service: the operations that belong to work not built yet (device chooser,
-// activation wizard, fingerprint lock, GID rules, last used device).
+// activation wizard, GID rules, last used device).
 // Each one below does nothing and says so; its owner replaces it with the real operation and moves
 // it to the file of its concern.
 #include "DeviceMgrService.h"
-
-// Fingerprint prompt and lock hand-back: do nothing until the fingerprint lock exists.
-void CDeviceMgrService::handleFPLockOnFramelaunchedEvent()
-{
-}
-void CDeviceMgrService::FPLockOnDialogClose()
-{
-}
-void CDeviceMgrService::handleFPVerifyEvent()
-{
-}
 
 // Activation: does nothing until the activation wizard exists.
 void CDeviceMgrService::AutolaunchActivation()

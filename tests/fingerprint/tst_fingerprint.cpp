@@ -1,0 +1,209 @@
+// The fingerprint lock through the simulated card: start-up events held while the finger is awaited
+// and replayed afterwards, the reader's texts on the prompt, and shut-down at any point of the lock.
+#include "SimTestSupport.h"
+
+#include "DevCheckFPThread.h"
+#include "HostFixture.h"
+
+#include <QtCore/QElapsedTimer>
+
+using namespace simtest;
+
+namespace {
+
+const QString kPrompt = QStringLiteral("DeviceMgrUI_fplockInfoDlg");
+const QString kGeneral = QStringLiteral("IDS_FPLOCK_PROMPT");
+QElapsedTimer g_clock;
+QList<QPair<int, qint64>> g_seen; // events reaching a GUI-thread handler, with their time
+
+void record(int event)
+{
+    g_seen << qMakePair(event, g_clock.elapsed());
+}
+
+QList<int> seenEvents()
+{
+    QList<int> events;
+    for (const auto& seen : qAsConst(g_seen))
+        events << seen.first;
+    return events;
+}
+
+QString prompt()
+{
+    return labelText(kPrompt, QStringLiteral("DeviceMgrUI_fplabelInfoLabel"));
+}
+
+} // namespace
+
+class tst_Fingerprint : public QObject
+{
+    Q_OBJECT
+
+    HostFixture m_host;
+    CDeviceMgrService* m_service = nullptr;
+
+    DevCheckFPThread* thread() const { return m_service->fpThread(); }
+
+    // The card's lock event and the start-up events behind it; the prompt is on screen.
+    void lock(const QVector<int>& held = {})
+    {
+        svc::inject(ZELK_EVENT_DEV_FP_LOCK);
+        for (int event : held)
+            svc::inject(event);
+        QTRY_VERIFY(window(kPrompt));
+        QVERIFY(zelk::sim::waitForIdle(5000));
+        QCOMPARE(thread()->notifyList(), held);
+    }
+
+    void state(int value)
+    {
+        const int before = g_seen.size();
+        svc::inject(ZELK_EVENT_DEV_FP_VERIFY, {static_cast<uint32_t>(value)});
+        QTRY_VERIFY(g_seen.size() > before);
+    }
+
+private slots:
+    void initTestCase() { m_host.init(); }
+    void init()
+    {
+        m_host.beginTest();
+        zelk::sim::reset();
+        g_seen.clear();
+        g_clock.start();
+        svc::startLogCapture();
+        m_service = startService();
+        QVERIFY(m_service);
+        CDeviceMgrService::setHandlerProbe(&record);
+    }
+    void cleanup()
+    {
+        svc::stopService();
+        qInstallMessageHandler(nullptr);
+        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
+    }
+    void cleanupTestCase() { m_host.shutdown(); }
+
+    void heldEventsFollowTheFingerInArrivalOrderOneASecond()
+    {
+        lock({ZELK_EVENT_DEV_INIT_START, ZELK_EVENT_DEV_DEVICE_NO_PIN});
+        QCOMPARE(seenEvents(), QList<int>{ZELK_EVENT_DEV_FP_LOCK});
+        state(ZELK_VERIFYIND_GOOD_IMAGE);
+        QTRY_COMPARE_WITH_TIMEOUT(seenEvents(),
+                                  (QList<int>{ZELK_EVENT_DEV_FP_LOCK, ZELK_EVENT_DEV_FP_VERIFY,
+                                              ZELK_EVENT_DEV_INIT_START, ZELK_EVENT_DEV_DEVICE_NO_PIN}),
+                                  4000);
+        QVERIFY2(g_seen[2].second - g_seen[1].second >= 900, "first replay came too soon after the finger");
+        QVERIFY2(g_seen[3].second - g_seen[2].second >= 900, "replays are not a second apart");
+    }
+
+    void shutDownEndsTheThreadAndDropsWhatIsHeld_data()
+    {
+        QTest::addColumn<int>("replayed"); // -1: still locked at the quit; 2: the thread has ended
+        QTest::newRow("locked") << -1;
+        QTest::newRow("replaying") << 1;
+        QTest::newRow("idle") << 2;
+    }
+    void shutDownEndsTheThreadAndDropsWhatIsHeld()
+    {
+        QFETCH(int, replayed);
+        const bool idle = replayed == 2;
+        lock(idle ? QVector<int>() : QVector<int>{ZELK_EVENT_DEV_INIT_START, ZELK_EVENT_DEV_DEVICE_NO_PIN});
+        if (replayed >= 0) {
+            state(ZELK_VERIFYIND_GOOD_IMAGE);
+            QTRY_VERIFY_WITH_TIMEOUT(g_seen.size() >= 2 + (idle ? 0 : replayed), 4000);
+        }
+        // With nothing held, the run ends a second after the finger.
+        QTRY_COMPARE(thread()->isRunning(), !idle);
+        const int delivered = g_seen.size();
+        m_service->appQuitStop();
+        QTRY_VERIFY_WITH_TIMEOUT(!thread()->isRunning(), 1000);
+        QVERIFY(thread()->notifyList().isEmpty());
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(g_seen.size(), delivered);
+        QCOMPARE(svc::logCount(QStringLiteral("Events ignored: App Shutting down ")) > 0, !idle);
+    }
+
+    void readerStatesShowTheirText_data()
+    {
+        QTest::addColumn<int>("value");
+        QTest::addColumn<QString>("key");
+        const QList<QPair<int, const char*>> rows = {{0, "IDS_GUIMSG_GOOD_IMAGE"},
+                                                     {1, "IDS_GUIMSG_NO_FINGER"},
+                                                     {7, "IDS_GUIMSG_TOO_LEFT"},
+                                                     {21, "IDS_GUIMSG_VERIFY_START"},
+                                                     {36, "IDS_GUIMSG_CENTER_AND_PRESS_HARDER"},
+                                                     {40, "IDS_GUIMSG_ENROLL_PROGRESS"},
+                                                     {255, "IDS_GUIMSG_NO_MATCH"},
+                                                     {41, "IDS_FPLOCK_PROMPT"},
+                                                     {254, "IDS_FPLOCK_PROMPT"},
+                                                     {256, "IDS_FPLOCK_PROMPT"}};
+        for (const auto& row : rows)
+            QTest::newRow(qPrintable(QString::number(row.first)))
+                << row.first << QString::fromLatin1(row.second);
+    }
+    void readerStatesShowTheirText()
+    {
+        QFETCH(int, value);
+        QFETCH(QString, key);
+        lock();
+        QWidget* dialog = window(kPrompt);
+        QCOMPARE(dialog->windowTitle(), QStringLiteral(" Prompt "));
+        QCOMPARE(dialog->size(), QSize(310, 120));
+        QCOMPARE(prompt(), kGeneral);
+        // State 0 ends the lock before any text is chosen; its text is asked for directly.
+        if (value == 0)
+            m_service->ChangePrompt(ZELK_VERIFYIND_GOOD_IMAGE);
+        else
+            state(value);
+        QCOMPARE(prompt(), key);
+        QVERIFY(thread()->isFPLocked());
+    }
+
+    void secondQuickStateReplacesTheFirstAndGetsItsFullSecond()
+    {
+        lock();
+        state(ZELK_VERIFYIND_TOO_LEFT);
+        QTest::qWait(500); // the second state comes half-way through the first one's second
+        state(ZELK_VERIFYIND_NO_MATCH);
+        QElapsedTimer shown;
+        shown.start();
+        QCOMPARE(prompt(), QStringLiteral("IDS_GUIMSG_NO_MATCH"));
+        QTRY_COMPARE_WITH_TIMEOUT(prompt(), kGeneral, 3000);
+        QVERIFY2(shown.elapsed() >= 900, qPrintable(QString::number(shown.elapsed())));
+    }
+
+    void verifiedAfterFrameShownDropsOnePinCheckAndDoesTheFrameWorkOnce()
+    {
+        pinRequired();
+        lock({ZELK_EVENT_DEV_PIN_CHECK, ZELK_EVENT_DEV_PIN_CHECK});
+        // As the frame shown during a pending lock leaves it.
+        m_service->m_bFPPromptOnLaunch = true;
+        zelk::sim::clearCalls();
+        state(ZELK_VERIFYIND_GOOD_IMAGE);
+        QTRY_COMPARE(openDialogs(), QStringList{kVerifyDlg});
+        QCOMPARE(thread()->notifyList(), QVector<int>{ZELK_EVENT_DEV_PIN_CHECK});
+        QCOMPARE(svc::callCount("ZELK_DevSrv_GetProductType"), 1);
+        QVERIFY(!window(kPrompt));
+        QVERIFY(!m_service->isFPLockPending() && !m_service->isFPPromptOnLaunch());
+    }
+
+    void switchOrRejectDuringTheLockClosesThePromptAndUnlocks_data()
+    {
+        QTest::addColumn<int>("event");
+        QTest::newRow("switch") << ZELK_EVENT_DEV_SWITCH;
+        QTest::newRow("reject") << ZELK_EVENT_DEV_REJECT;
+    }
+    void switchOrRejectDuringTheLockClosesThePromptAndUnlocks()
+    {
+        QFETCH(int, event);
+        lock({ZELK_EVENT_DEV_INIT_START});
+        svc::injectList(event, 1);
+        QTRY_VERIFY(!window(kPrompt));
+        QVERIFY(!thread()->isFPLocked());
+        QVERIFY(!m_service->isFPLockPending());
+    }
+};
+
+QTEST_MAIN(tst_Fingerprint)
+#include "tst_fingerprint.moc"
