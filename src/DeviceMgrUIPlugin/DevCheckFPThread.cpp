@@ -19,11 +19,11 @@ constexpr unsigned long kFlushGapMs = 500;
 
 } // namespace
 
-// The event comes first in these two log texts.
-#define FP_LOG_EVENT(fmt, event)                                                                             \
+// The event comes first in these log texts; `function` names the operation the line stands for.
+#define FP_LOG_EVENT(fmt, event, function)                                                                   \
     do {                                                                                                     \
         if (devmgr_log::enabled(QtDebugMsg))                                                                 \
-            qDebug(fmt, event, devmgr_log::now().constData(), DM_SOURCE_PATH, __FUNCTION__);                 \
+            qDebug(fmt, event, devmgr_log::now().constData(), DM_SOURCE_PATH, function);                     \
     } while (0)
 
 DevCheckFPThread::DevCheckFPThread(CDeviceMgrService* service)
@@ -73,7 +73,7 @@ void DevCheckFPThread::appendLocked(int event)
 
 void DevCheckFPThread::Push(int event)
 {
-    FP_LOG_EVENT("%d %s: %s: %s: Entered", event);
+    FP_LOG_EVENT("%d %s: %s: %s: Entered", event, __FUNCTION__);
     QMutexLocker lock(&m_mutex);
     appendLocked(event);
 }
@@ -85,13 +85,14 @@ bool DevCheckFPThread::pushIfHolding(int event)
         return false;
     appendLocked(event);
     lock.unlock();
-    FP_LOG_EVENT("%d %s: %s: %s: Entered", event);
+    // The SDK thread's Push, made only while a run will still replay the event.
+    FP_LOG_EVENT("%d %s: %s: %s: Entered", event, "Push");
     return true;
 }
 
 void DevCheckFPThread::Pop(int event)
 {
-    FP_LOG_EVENT("%d %s: %s: %s: Entered", event);
+    FP_LOG_EVENT("%d %s: %s: %s: Entered", event, __FUNCTION__);
     QMutexLocker lock(&m_mutex);
     const int at = m_vecNotifyList.indexOf(event);
     if (at >= 0)

@@ -25,22 +25,20 @@ QPushButton* button(const QString& text, const char* name, QWidget* parent)
     return b;
 }
 
-struct FingerprintState
-{
-    int value;
-    const char* text;
-};
-
-// The indications a person most likely wants to try; any other goes through a raw event.
-const FingerprintState kFingerprintStates[] = {{ZELK_VERIFYIND_VERIFY_START, "21 verification started"},
-                                               {ZELK_VERIFYIND_PUT_FINGER, "12 put finger"},
-                                               {ZELK_VERIFYIND_NO_FINGER, "1 no finger"},
-                                               {ZELK_VERIFYIND_TOO_LIGHT, "2 too light"},
-                                               {ZELK_VERIFYIND_TOO_LEFT, "7 too far left"},
-                                               {ZELK_VERIFYIND_BAD_QUALITY, "11 bad quality"},
-                                               {ZELK_VERIFYIND_REMOVE_FINGER, "15 remove finger"},
-                                               {ZELK_VERIFYIND_NO_MATCH, "255 no match"},
-                                               {ZELK_VERIFYIND_GOOD_IMAGE, "0 verified (ends the lock)"}};
+// ---- Fingerprint lock: every verification state the reader can report, by number; the list is
+// editable, so a state outside it (to see how the plugin copes) can be typed as its number.
+// clang-format off
+const char* const kFingerprintStates[] = {
+    "0 verified (ends the lock)", "1 no finger", "2 too light", "3 too dry", "4 too dark", "5 too high",
+    "6 too low", "7 too far left", "8 too far right", "9 too small", "10 not recognised", "11 bad quality",
+    "12 put finger", "13 put finger (2nd)", "14 put finger (3rd)", "15 remove finger",
+    "16 samples not combined", "17 samples combined", "18 clean sensor", "19 keep finger", "20 start",
+    "21 verification started", "22 enrolment started", "23 waiting for finger", "24 finished",
+    "25 finished: succeeded", "26 finished: failed", "27 calibrating", "28 too fast", "29 skewed",
+    "30 too short", "31 touch sensor", "32 processing image", "33 swipe in progress",
+    "34 backward movement", "35 joint detected", "36 centre and press harder", "37 image processed",
+    "38 put finger (4th)", "39 put finger (5th)", "40 enrolment progress", "255 no match"};
+// clang-format on
 
 } // namespace
 
@@ -86,9 +84,13 @@ SimulatorPanel::SimulatorPanel(QWidget* parent)
     auto* form = new QFormLayout(eventsBox);
     m_pFingerprint = new QComboBox(eventsBox);
     m_pFingerprint->setObjectName(QStringLiteral("SimulatorPanel_comboFingerprint"));
-    for (const FingerprintState& s : kFingerprintStates) {
-        m_pFingerprint->addItem(QString::fromLatin1(s.text), s.value);
+    m_pFingerprint->setEditable(true);
+    m_pFingerprint->setInsertPolicy(QComboBox::NoInsert);
+    for (const char* text : kFingerprintStates) {
+        const QString item = QString::fromLatin1(text);
+        m_pFingerprint->addItem(item, item.section(QLatin1Char(' '), 0, 0).toInt());
     }
+    m_pFingerprint->setCurrentIndex(m_pFingerprint->findData(int(ZELK_VERIFYIND_VERIFY_START)));
     QPushButton* sendFingerprint = button(tr("Send"), "SimulatorPanel_btnFingerprint", eventsBox);
     auto* fpRow = new QHBoxLayout;
     fpRow->addWidget(m_pFingerprint, 1);
@@ -299,7 +301,15 @@ void SimulatorPanel::onSendPower()
 
 void SimulatorPanel::onSendFingerprint()
 {
-    const int state = m_pFingerprint->currentData().toInt();
+    // The leading number of what the list shows, picked or typed.
+    const QRegularExpressionMatch number =
+        QRegularExpression(QStringLiteral("^\\s*(-?\\d+)")).match(m_pFingerprint->currentText());
+    bool ok = false;
+    const int state = number.hasMatch() ? number.captured(1).toInt(&ok) : 0;
+    if (!ok) {
+        report(tr("Fingerprint indication: enter a state number"));
+        return;
+    }
     zelk::sim::sendFingerprintState(state);
     report(tr("Fingerprint indication %1").arg(state));
 }

@@ -233,7 +233,9 @@ private slots:
         showFrame();
         QSignalSpy simSpy(m_service, SIGNAL(signalSIMframelaunched()));
         svc::inject(ZELK_EVENT_DEV_FP_LOCK);
-        svc::inject(ZELK_EVENT_DEV_SIM_INVALID);
+        QVERIFY(svc::settle(1));
+        // The lock holds the SDK's later init events back; other code's injection still gets through.
+        m_service->OnMyDeviceMgrInitEventHandler(ZELK_EVENT_DEV_SIM_INVALID);
         QVERIFY(svc::settle(2));
         QVERIFY(!m_service->isValidSimFlag());
         QCOMPARE(simSpy.count(), 0);
