@@ -133,14 +133,11 @@ bool DevCheckFPThread::quitting() const
     return m_pService->isAppQuit() || QCoreApplication::closingDown() || CommonUtils::IsShuttingDown();
 }
 
-bool DevCheckFPThread::pause(int ms)
+void DevCheckFPThread::pause(int ms)
 {
-    for (int slept = 0; slept < ms; slept += static_cast<int>(kPollMs)) {
-        if (m_bStopThread.load() || quitting())
-            return false;
+    for (int slept = 0; slept < ms && !m_bStopThread.load() && !quitting();
+         slept += static_cast<int>(kPollMs))
         QThread::msleep(kPollMs);
-    }
-    return true;
 }
 
 void DevCheckFPThread::run()

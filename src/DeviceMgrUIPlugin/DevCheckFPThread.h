@@ -57,8 +57,8 @@ protected:
 private:
     // True when the application is going away: nothing more may be delivered.
     bool quitting() const;
-    // Sleeps `ms` in 100 ms slices; false when the thread is to stop meanwhile.
-    bool pause(int ms);
+    // Sleeps `ms` in 100 ms slices, less when the thread is to stop or the application quits.
+    void pause(int ms);
     void appendLocked(int event);
 
     CDeviceMgrService* m_pService;
