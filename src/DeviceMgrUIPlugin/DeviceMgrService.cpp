@@ -310,6 +310,8 @@ void CDeviceMgrService::deviceMgrInitEventHandler(qint32 event)
         caseDeviceInitFinish();
         break;
     case ZELK_EVENT_DEV_DEVICE_REMOVED:
+        // The next device attached gets its own automatic activation launch.
+        m_bActivationLaunched = false;
         if (m_bFrameShown) {
             closeAllPopups(false);
             initMainMenuObj();

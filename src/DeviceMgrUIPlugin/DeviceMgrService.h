@@ -381,4 +381,15 @@ private:
     // The logic layer's device list is refilled on SDK threads and cleared or read on the GUI
     // thread; this keeps each refresh whole.
     QMutex m_devInfoMutex;
+
+    // ---- CDMA service activation ----
+    // The automatic launch was tried for the device now attached; cleared when it goes.
+    bool m_bActivationLaunched = false;
+    // Retries the automatic launch while the information dialog is on screen; one timer, so that
+    // several launch attempts meanwhile make one retry.
+    QTimer* m_pActivationRetryTimer = nullptr;
+
+public:
+    QTimer* activationRetryTimer() const { return m_pActivationRetryTimer; }
+    ActivationWizard* activationWizard() const { return m_pActivationWizard; }
 };

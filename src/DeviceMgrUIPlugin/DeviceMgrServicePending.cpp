@@ -15,24 +15,7 @@ void CDeviceMgrService::handleFPVerifyEvent()
 {
 }
 
-// Activation: does nothing until the activation wizard exists.
-void CDeviceMgrService::AutolaunchActivation()
-{
-}
-void CDeviceMgrService::ActivateDevice()
-{
-}
-// Without a wizard there is no activation window on screen; once it exists this asks
-// ActivationWizard::IsActivationWindowShown().
-bool CDeviceMgrService::activationWindowShown() const
-{
-    return false;
-}
-// Nothing to destroy until the activation wizard exists.
-void CDeviceMgrService::destroyActivationWizard()
-{
-    m_pActivationWizard = nullptr;
-}
+// Activation: see DeviceMgrServiceActivation.cpp.
 
 // Device chooser: no chooser is ever created yet (m_pDlgChooseDev stays null), so these are never
 // reached; each does nothing until the chooser exists, and then calls the chooser's PopulateList(),
