@@ -233,6 +233,8 @@ void ActivationWizard::createSelectTypeLayout()
             return;
         }
         layout->setObjectName(QStringLiteral("DeviceMgrUIplugin_layoutSelectType"));
+        // The group box already frames the page; a second margin would push the texts off it.
+        layout->setContentsMargins(0, 0, 0, 0);
         m_pRadioAutoActivate->setObjectName(QStringLiteral("DeviceMgrUIplugin_m_pRadioAutoActivate"));
         m_pRadioManualActivate->setObjectName(QStringLiteral("DeviceMgrUIplugin_m_pRadioManualActivate"));
         m_pLabelAutoText->setObjectName(QStringLiteral("DeviceMgrUIplugin_m_pLabelAutoText"));
