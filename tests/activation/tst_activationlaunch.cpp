@@ -27,11 +27,7 @@ private slots:
     {
         m_host.init();
         m_host.beginTest();
-        zelk::sim::reset();
-        zelk::sim::Device d = zelk::sim::defaultDevice();
-        d.productType = ZELK_PRODUCT_TYPE_CDMA;
-        d.cdma.activated = false;
-        QVERIFY(zelk::sim::updateDevice(d));
+        QVERIFY(acttest::cdmaNotActivated(true));
 #ifdef TESSARO_NO_ACTIVE_XML
         QVERIFY(acttest::installActiveXml(m_root, QByteArray()));
 #else

@@ -1,5 +1,5 @@
-// The activation wizard as the user drives it: the pages each configuration opens, over-the-air
-// activation from the card's states to Finish or Cancel, and what the device is asked meanwhile.
+// The activation wizard as the user drives it: the page each configuration opens, the choice, the
+// card's over-the-air states, the button that ends it, and what the device is asked meanwhile.
 #include "ActivationTestSupport.h"
 #include "ActivationWizard.h"
 #include "HostFixture.h"
@@ -15,50 +15,47 @@ QWidget* dlg()
     return simtest::window(QStringLiteral("DeviceMgrUIPlugin_ActivationDlg"));
 }
 
-template<class T = QPushButton>
-T* item(const char* name)
+QPushButton* button(const char* name)
 {
-    return dlg() ? dlg()->findChild<T*>(QLatin1String(name)) : nullptr;
+    return dlg()->findChild<QPushButton*>(QLatin1String("DeviceMgrUIplugin_Button") + QLatin1String(name));
 }
 
-QString buttonState(QPushButton* b)
-{
-    return !b               ? QStringLiteral("none")
-           : b->isHidden()  ? QStringLiteral("hidden")
-           : b->isEnabled() ? "on"
-                            : "off";
-}
-
-// What the user sees: page, buttons, the message and the checked radio.
+// What the user sees: page, Back and Next, the Cancel text, the message and the automatic radio.
 QString shown()
 {
     if (!dlg())
         return QStringLiteral("closed");
-    auto* label = item<QLabel>("DeviceMgrUIPlugin_labelMessage");
-    auto* radio = item<QRadioButton>("DeviceMgrUIplugin_m_pRadioAutoActivate");
-    return QStringLiteral("page=%1 back=%2 next=%3 cancel=%4 msg=%5 auto=%6")
+    const auto state = [](QPushButton* b) {
+        return b->isHidden() ? "hidden" : b->isEnabled() ? "on" : "off";
+    };
+    auto* label = dlg()->findChild<QLabel*>(QStringLiteral("DeviceMgrUIPlugin_labelMessage"));
+    auto* radio = dlg()->findChild<QRadioButton*>(QStringLiteral("DeviceMgrUIplugin_m_pRadioAutoActivate"));
+    return QStringLiteral("%1 back=%2 next=%3 %4 %5%6")
         .arg(g_pActivationInstance.load()->page())
-        .arg(buttonState(item("DeviceMgrUIplugin_ButtonBack")),
-             buttonState(item("DeviceMgrUIplugin_ButtonNext")),
-             item("DeviceMgrUIplugin_ButtonCancel")->text(),
-             label && label->isVisible() ? label->text() : "-",
-             radio ? (radio->isChecked() ? "checked" : "unchecked") : "-");
+        .arg(state(button("Back")), state(button("Next")), button("Cancel")->text(),
+             label && label->isVisible() ? label->text() : "-", radio && radio->isChecked() ? " auto" : "");
 }
 
-// The activation calls the card saw; registrations by name only.
+// The calls the card saw; registrations by name only.
 QStringList sdk()
 {
     QStringList out;
     for (const auto& c : zelk::sim::calls()) {
-        const QString name = QString::fromStdString(c.function);
+        const QString name = QString::fromStdString(c.function).remove(QStringLiteral("ZELK_"));
         const QString arg = QString::fromStdString(c.args.empty() ? "" : c.args[0]).remove(QLatin1Char('"'));
         out << (name.contains(QLatin1String("Register")) ? name : name + '(' + arg + ')');
     }
     return out;
 }
 
-const QStringList kEnd = {"ZELK_DevSrv_UnRegisterDevMgrCallback", "ZELK_CallSrv_UnRegisterCallEventHandler"};
-const QString kClear = QStringLiteral("ZELK_DevSrv_OTAAutoActClear(*228)");
+const QStringList kStart = {"DevSrv_RegisterDevMgrCallback", "CallSrv_RegisterCallEventHandler"};
+const QStringList kEnd = {"DevSrv_UnRegisterDevMgrCallback", "CallSrv_UnRegisterCallEventHandler"};
+const QStringList kClear = {"DevSrv_OTAAutoActClear(*228)"};
+QByteArray type(int n)
+{
+    return acttest::activeXml(
+        QByteArray("<activetype>" + QByteArray::number(n) + "</activetype>").constData());
+}
 
 } // namespace
 
@@ -80,12 +77,7 @@ private slots:
     void init()
     {
         m_host.beginTest();
-        zelk::sim::reset();
-        zelk::sim::Device d = zelk::sim::defaultDevice();
-        d.productType = ZELK_PRODUCT_TYPE_CDMA;
-        d.cdma.activated = false;
-        d.cdma.otaspStates.clear();
-        QVERIFY(zelk::sim::updateDevice(d));
+        QVERIFY(acttest::cdmaNotActivated(false));
         zelk::sim::clearCalls();
     }
     void cleanup()
@@ -95,118 +87,100 @@ private slots:
     }
     void cleanupTestCase() { m_host.shutdown(); }
 
+    // Steps: "refuse" (the card will not start the call), "next", a state number, "end" (the call
+    // ends); then the closing: "cancel" (the button), "escape", "close" (window button) or none.
     void pages_data()
     {
         QTest::addColumn<QByteArray>("xml");
-        QTest::addColumn<bool>("next");
+        QTest::addColumn<QString>("steps");
         QTest::addColumn<QString>("page");
+        QTest::addColumn<QString>("closing");
         QTest::addColumn<QStringList>("calls");
-        const QStringList start = {"ZELK_DevSrv_RegisterDevMgrCallback",
-                                   "ZELK_CallSrv_RegisterCallEventHandler"};
-        const QString begin = "page=7 back=%1 next=off cancel=IDS_BTN_CANCEL msg=IDS_AUTOACT_BEGIN auto=-";
-        const QString choice = "page=0 back=off next=on cancel=IDS_BTN_CANCEL msg=- auto=checked";
-        QTest::newRow("2: choice") << acttest::activeXml("<activetype>2</activetype>") << false << choice
-                                   << QStringList();
-        QTest::newRow("7 behaves as 2")
-            << acttest::activeXml("<activetype>7</activetype>") << false << choice << QStringList();
-        QTest::newRow("2: automatic chosen")
-            << acttest::activeXml("<activetype>2</activetype><autonum>#22</autonum>") << true
-            << begin.arg("off") << start + QStringList("ZELK_DevSrv_AutoCHKOTKSLActive(#22)");
-        QTest::newRow("0: automatic, no Back")
-            << acttest::activeXml("<activetype>0</activetype>") << false << begin.arg("hidden")
-            << start + QStringList("ZELK_DevSrv_AutoCHKOTKSLActive(*228)");
-        QTest::newRow("no file: defaults") << QByteArray() << false << begin.arg("hidden")
-                                           << start + QStringList("ZELK_DevSrv_AutoCHKOTKSLActive(*228)");
-        QTest::newRow("non-ASCII dial string in 8 bits")
-            << acttest::activeXml("<autonum>*2\xe2\x82\xac</autonum>") << false << begin.arg("hidden")
-            << start + QStringList("ZELK_DevSrv_AutoCHKOTKSLActive(*2?)");
-        QTest::newRow("1: manual, no Back")
-            << acttest::activeXml("<activetype>1</activetype>") << false
-            << "page=0 back=hidden next=off cancel=IDS_BTN_CANCEL msg=- auto=-" << QStringList();
+        struct Row
+        {
+            const char* tag;
+            QByteArray xml;
+            const char* steps;
+            QString page;
+            const char* closing;
+            QStringList calls;
+        };
+        const QString run = "7 back=%1 next=off IDS_BTN_CANCEL %2",
+                      done = "%1 back=hidden next=off IDS_BTN_FINISH %2";
+        const QString choice = "0 back=off next=on IDS_BTN_CANCEL - auto";
+        const QStringList ota = kStart + QStringList("DevSrv_AutoCHKOTKSLActive(*228)");
+        const Row rows[] = {
+            {"7 as 2: choice", type(7), "", choice, "cancel", {}},
+            {"2: automatic chosen", acttest::activeXml("<activetype>2</activetype><autonum>#2</autonum>"),
+             "next", run.arg("off", "IDS_AUTOACT_BEGIN"), "",
+             kStart + QStringList("DevSrv_AutoCHKOTKSLActive(#2)")},
+            {"no file: automatic *228", QByteArray(), "", run.arg("hidden", "IDS_AUTOACT_BEGIN"), "", ota},
+            {"dial string in 8 bits", acttest::activeXml("<autonum>*2\xe2\x82\xac</autonum>"), "",
+             run.arg("hidden", "IDS_AUTOACT_BEGIN"), "",
+             kStart + QStringList("DevSrv_AutoCHKOTKSLActive(*2?)")},
+            {"refused start", type(0), "refuse", run.arg("hidden", "IDS_ACTIVE_FAILED"), "", ota},
+            {"1..7, end, Finish resets", type(0), "1 2 3 4 5 6 7 end", done.arg(5).arg("IDS_ACTIVE_SUCCESS"),
+             "cancel", ota + kClear + QStringList("DevSrv_ResetMs()") + kEnd},
+            {"8, Escape resets", type(0), "8", done.arg(5).arg("IDS_AUTOACT_STATE_PROG_SUCCESS"), "escape",
+             ota + QStringList("DevSrv_ResetMs()") + kEnd},
+            {"9, end, Finish", type(0), "9 end", done.arg(6).arg("IDS_ACTIVE_FAILED"), "cancel",
+             ota + kClear + kEnd},
+            {"end alone fails", type(0), "end", done.arg(6).arg("IDS_ACTIVE_FAILED"), "close",
+             ota + kClear + kEnd},
+            {"Cancel mid-call", type(0), "1 2", run.arg("hidden", "IDS_AUTOACT_STATE_SPL_UNLOCKED"), "cancel",
+             ota + kClear + kEnd},
+            {"unknown states", type(0), "12 -3", run.arg("hidden", "IDS_AUTOACT_BEGIN"), "close",
+             ota + kClear + kEnd},
+        };
+        for (const Row& r : rows)
+            QTest::newRow(r.tag) << r.xml << r.steps << r.page << r.closing << r.calls;
     }
     void pages()
     {
+        QFETCH(QString, steps);
+        QFETCH(QString, closing);
+        if (steps.startsWith(QLatin1String("refuse")))
+            zelk::sim::failNext("ZELK_DevSrv_AutoCHKOTKSLActive");
         QFETCH(QByteArray, xml);
-        QFETCH(bool, next);
         open(xml);
         QCOMPARE(dlg()->size(), QSize(366, 380));
         QCOMPARE(dlg()->windowModality(), Qt::WindowModal);
-        if (next)
-            simtest::click(item("DeviceMgrUIplugin_ButtonNext"));
-        QTEST(shown(), "page");
-        QTEST(sdk(), "calls");
-    }
-
-    // States as the card reports them (-1: the call ends), then the user's last button.
-    void overTheAir_data()
-    {
-        QTest::addColumn<QList<int>>("states");
-        QTest::addColumn<QString>("page");
-        QTest::addColumn<QString>("action");
-        QTest::addColumn<QStringList>("calls");
-        const QString done = "page=%1 back=hidden next=off cancel=IDS_BTN_FINISH msg=%2 auto=-";
-        QTest::newRow("1..7, end, Finish resets")
-            << QList<int>{1, 2, 3, 4, 5, 6, 7, -1} << done.arg(5).arg("IDS_ACTIVE_SUCCESS") << "cancel"
-            << QStringList{kClear, "ZELK_DevSrv_ResetMs()"} + kEnd;
-        QTest::newRow("8 then Escape resets")
-            << QList<int>{8} << done.arg(5).arg("IDS_AUTOACT_STATE_PROG_SUCCESS") << "escape"
-            << QStringList("ZELK_DevSrv_ResetMs()") + kEnd;
-        QTest::newRow("9, end, Finish") << QList<int>{9, -1} << done.arg(6).arg("IDS_ACTIVE_FAILED")
-                                        << "cancel" << QStringList(kClear) + kEnd;
-        QTest::newRow("end alone fails") << QList<int>{-1} << done.arg(6).arg("IDS_ACTIVE_FAILED") << "close"
-                                         << QStringList(kClear) + kEnd;
-        const QString running = "page=7 back=hidden next=off cancel=IDS_BTN_CANCEL msg=%1 auto=-";
-        QTest::newRow("Cancel mid-call") << QList<int>{1, 2} << running.arg("IDS_AUTOACT_STATE_SPL_UNLOCKED")
-                                         << "cancel" << QStringList(kClear) + kEnd;
-        QTest::newRow("unknown states change nothing")
-            << QList<int>{12, -3} << running.arg("IDS_AUTOACT_BEGIN") << "close"
-            << QStringList(kClear) + kEnd;
-    }
-    void overTheAir()
-    {
-        QFETCH(QList<int>, states);
-        QFETCH(QString, action);
-        open(acttest::activeXml("<activetype>0</activetype>"));
-        zelk::sim::clearCalls();
-        for (int s : states)
-            s == -1 ? zelk::sim::sendCallEnd() : zelk::sim::sendOtaspState(s);
+        for (const QString& step : steps.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+            if (step == QLatin1String("next"))
+                simtest::click(button("Next"));
+            else if (step == QLatin1String("end"))
+                zelk::sim::sendCallEnd();
+            else if (step != QLatin1String("refuse"))
+                zelk::sim::sendOtaspState(step.toInt());
+        }
         QVERIFY(zelk::sim::waitForIdle());
         QFETCH(QString, page);
         QTRY_COMPARE(shown(), page);
-        if (action == QLatin1String("cancel"))
-            simtest::click(item("DeviceMgrUIplugin_ButtonCancel"));
-        else if (action == QLatin1String("escape"))
+        if (closing == QLatin1String("cancel"))
+            simtest::click(button("Cancel"));
+        else if (closing == QLatin1String("escape"))
             QTest::keyClick(dlg(), Qt::Key_Escape);
-        else
+        else if (closing == QLatin1String("close"))
             dlg()->close();
-        QCOMPARE(shown(), QStringLiteral("closed"));
+        QCOMPARE(!dlg(), !closing.isEmpty());
         QTEST(sdk(), "calls");
-    }
-
-    void refusedStartKeepsCancel()
-    {
-        zelk::sim::failNext("ZELK_DevSrv_AutoCHKOTKSLActive");
-        open(acttest::activeXml("<activetype>0</activetype>"));
-        QCOMPARE(
-            shown(),
-            QStringLiteral("page=7 back=hidden next=off cancel=IDS_BTN_CANCEL msg=IDS_ACTIVE_FAILED auto=-"));
     }
 
     // A reopened wizard is built anew from the file; a second show of an open one is not. The
     // over-the-air procedure is closed on every later tear-down of the run, manual ones included.
     void reopenedAfreshAndClearedEveryTime()
     {
-        open(acttest::activeXml("<activetype>0</activetype>"));
+        open(type(0));
         QPointer<QWidget> first = dlg();
-        simtest::click(item("DeviceMgrUIplugin_ButtonCancel"));
+        simtest::click(button("Cancel"));
         QVERIFY(first.isNull());
-        open(acttest::activeXml("<activetype>2</activetype>"));
-        QVERIFY(acttest::installActiveXml(m_root, acttest::activeXml("<activetype>0</activetype>")));
+        open(type(2));
+        QVERIFY(acttest::installActiveXml(m_root, type(0)));
         ActivationWizard::Instance()->showActivationDlg(m_host.mainWindow());
-        QCOMPARE(shown(), QStringLiteral("page=0 back=off next=on cancel=IDS_BTN_CANCEL msg=- auto=checked"));
+        QCOMPARE(shown(), QStringLiteral("0 back=off next=on IDS_BTN_CANCEL - auto"));
         zelk::sim::clearCalls();
-        simtest::click(item("DeviceMgrUIplugin_ButtonCancel"));
-        QCOMPARE(sdk(), QStringList(kClear) + kEnd);
+        simtest::click(button("Cancel"));
+        QCOMPARE(sdk(), kClear + kEnd);
     }
 };
 
