@@ -111,13 +111,10 @@ private slots:
         const QStringList ota = kStart + QStringList("DevSrv_AutoCHKOTKSLActive(*228)");
         const Row rows[] = {
             {"7 as 2: choice", type(7), "", choice, "cancel", {}},
-            {"2: automatic chosen", acttest::activeXml("<activetype>2</activetype><autonum>#2</autonum>"),
-             "next", run.arg("off", "IDS_AUTOACT_BEGIN"), "",
-             kStart + QStringList("DevSrv_AutoCHKOTKSLActive(#2)")},
+            {"2: automatic chosen, dial string in 8 bits",
+             acttest::activeXml("<activetype>2</activetype><autonum>#2\xe2\x82\xac</autonum>"), "next",
+             run.arg("off", "IDS_AUTOACT_BEGIN"), "", kStart + QStringList("DevSrv_AutoCHKOTKSLActive(#2?)")},
             {"no file: automatic *228", QByteArray(), "", run.arg("hidden", "IDS_AUTOACT_BEGIN"), "", ota},
-            {"dial string in 8 bits", acttest::activeXml("<autonum>*2\xe2\x82\xac</autonum>"), "",
-             run.arg("hidden", "IDS_AUTOACT_BEGIN"), "",
-             kStart + QStringList("DevSrv_AutoCHKOTKSLActive(*2?)")},
             {"refused start", type(0), "refuse", run.arg("hidden", "IDS_ACTIVE_FAILED"), "", ota},
             {"1..7, end, Finish resets", type(0), "1 2 3 4 5 6 7 end", done.arg(5).arg("IDS_ACTIVE_SUCCESS"),
              "cancel", ota + kClear + QStringList("DevSrv_ResetMs()") + kEnd},
