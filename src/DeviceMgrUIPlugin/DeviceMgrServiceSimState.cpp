@@ -376,6 +376,8 @@ bool CDeviceMgrService::okRuleHolds(const SimDlg* dialog) const
 bool CDeviceMgrService::applyOkRule(const SimDlg* dialog)
 {
     QPushButton* ok = nullptr;
+    if (!dialog)
+        return false;
     if (dialog == m_pdialogVerifyPINDlg)
         ok = m_pbuttonVerifyOK;
     else if (dialog == m_pdialogPINDlg)

@@ -28,50 +28,29 @@ private:
         QVERIFY(m_service);
     }
 
-    void pinOn(int attempts)
-    {
-        zelk::sim::Device d = activeDevice();
-        d.sim.pinEnabled = d.sim.pinVerified = true;
-        d.sim.pinAttempts = attempts;
-        QVERIFY(zelk::sim::updateDevice(d));
-    }
-
-    void enter(const QString& dialogName, const QStringList& codes)
-    {
-        const auto fields = window(dialogName)->findChildren<QLineEdit*>();
-        for (int i = 0; i < fields.size(); ++i)
-            type(fields.at(i), codes.value(i));
-    }
-
-    // One SIM dialog as the user meets it, with a complete entry typed in; its object name.
+    // One SIM dialog as the user meets it, each field holding a code that meets every rule.
     QString openTyped(const QString& which)
     {
         QString name = kPinDlg;
-        QStringList codes{QStringLiteral("1234")};
-        if (which == QLatin1String("verify") || which == QLatin1String("puk")) {
-            pinRequired(which == QLatin1String("puk") ? 0 : 3);
+        if (which == "verify" || which == "puk") {
+            pinRequired(which == "puk" ? 0 : 3);
             start();
             startupPinCheck();
-            name = which == QLatin1String("puk") ? kPukDlg : kVerifyDlg;
-            codes = QStringList{QStringLiteral("12345678"), QStringLiteral("1234"), QStringLiteral("1234")};
-        } else if (which == QLatin1String("cardlock")) {
+            name = which == "puk" ? kPukDlg : kVerifyDlg;
+        } else if (which == "cardlock") {
             m_host.setSetting(QStringLiteral("support"), QStringLiteral("type"), QStringLiteral("0"));
             cardLock(1);
             start();
             svc::inject(ZELK_EVENT_DEV_CARD_LOCK);
             svc::settle(svc::g_handled.load() + 1);
-            codes = QStringList{QStringLiteral("12345678")};
-        } else if (which == QLatin1String("enable")) {
-            start();
-            m_service->EnablePIN();
         } else {
-            pinOn(3);
             start();
-            m_service->ModifyPIN();
-            name = kModifyDlg;
-            codes = QStringList{QStringLiteral("1234"), QStringLiteral("5678"), QStringLiteral("5678")};
+            which == "enable" ? m_service->EnablePIN() : m_service->ModifyPIN();
+            name = which == "enable" ? kPinDlg : kModifyDlg;
         }
-        enter(name, codes);
+        const auto fields = window(name)->findChildren<QLineEdit*>();
+        for (QLineEdit* f : fields)
+            type(f, QStringLiteral("12345678"));
         return name;
     }
 
@@ -99,24 +78,16 @@ private slots:
 
     void hiddenAndShownDialogKeepsOkOffOverEmptiedField_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("which");
         QTest::addColumn<QString>("okSlot");
         QTest::addColumn<QString>("sdkFunction");
-        QTest::newRow("start-up") << "verify"
-                                  << "onVerifyPINOkButtonClicked"
-                                  << "ZELK_DevSrv_VerifyPin";
-        QTest::newRow("enable") << "enable"
-                                << "onPINOkButtonClicked"
-                                << "ZELK_DevSrv_EnablePin";
-        QTest::newRow("unlock code") << "cardlock"
-                                     << "onPINOkButtonClicked"
-                                     << "ZELK_DevSrv_VerifyCardLock";
-        QTest::newRow("PUK") << "puk"
-                             << "onPUKOkButtonClicked"
-                             << "ZELK_DevSrv_UnblockPin";
-        QTest::newRow("change") << "change"
-                                << "onModOkButtonClicked"
-                                << "ZELK_DevSrv_ChangePin";
+        QTest::newRow("start-up") << "verify" << "onVerifyPINOkButtonClicked" << "ZELK_DevSrv_VerifyPin";
+        QTest::newRow("enable") << "enable" << "onPINOkButtonClicked" << "ZELK_DevSrv_EnablePin";
+        QTest::newRow("unlock code") << "cardlock" << "onPINOkButtonClicked" << "ZELK_DevSrv_VerifyCardLock";
+        QTest::newRow("PUK") << "puk" << "onPUKOkButtonClicked" << "ZELK_DevSrv_UnblockPin";
+        QTest::newRow("change") << "change" << "onModOkButtonClicked" << "ZELK_DevSrv_ChangePin";
+        // clang-format on
     }
     void hiddenAndShownDialogKeepsOkOffOverEmptiedField()
     {
@@ -141,20 +112,17 @@ private slots:
 
     void deviceMgrOperationOverAnotherSimDialog_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("other");
         QTest::addColumn<QString>("operation");
         QTest::addColumn<QString>("opened");
         QTest::addColumn<int>("job");
-        QTest::newRow("EnablePIN over start-up") << "verify"
-                                                 << "EnablePIN" << kPinDlg << 2;
-        QTest::newRow("DisablePIN over PUK") << "puk"
-                                             << "DisablePIN" << kPinDlg << 3;
-        QTest::newRow("ModifyPIN over unlock code") << "cardlock"
-                                                    << "ModifyPIN" << kModifyDlg << 6;
-        QTest::newRow("UnlockPIN over change") << "change"
-                                               << "UnlockPIN" << kPukDlg << 6;
-        QTest::newRow("VerifyPIN over enable") << "enable"
-                                               << "VerifyPIN" << kVerifyDlg << 2;
+        QTest::newRow("EnablePIN over start-up") << "verify" << "EnablePIN" << kPinDlg << 2;
+        QTest::newRow("DisablePIN over PUK") << "puk" << "DisablePIN" << kPinDlg << 3;
+        QTest::newRow("ModifyPIN over unlock code") << "cardlock" << "ModifyPIN" << kModifyDlg << 6;
+        QTest::newRow("UnlockPIN over change") << "change" << "UnlockPIN" << kPukDlg << 6;
+        QTest::newRow("VerifyPIN over enable") << "enable" << "VerifyPIN" << kVerifyDlg << 2;
+        // clang-format on
     }
     void deviceMgrOperationOverAnotherSimDialog()
     {
@@ -199,7 +167,10 @@ private slots:
         QFETCH(bool, menuMissing);
         if (menuMissing)
             QVERIFY(HostFramework::container()->UnRegisterPlugin(QStringLiteral("MainMenuService")));
-        pinOn(1);
+        zelk::sim::Device d = activeDevice();
+        d.sim.pinEnabled = d.sim.pinVerified = true;
+        d.sim.pinAttempts = 1;
+        QVERIFY(zelk::sim::updateDevice(d));
         start();
         if (!menuMissing) {
             m_service->UnlockPIN();
@@ -241,17 +212,15 @@ private slots:
 
     void cardWordInNetworkLockMessage_data()
     {
+        // clang-format off
         QTest::addColumn<int>("productType");
         QTest::addColumn<QString>("setting"); // "-": none in the user's settings file
         QTest::addColumn<QString>("word");
-        QTest::newRow("GSM, shipped") << 2 << "-"
-                                      << "SIM";
-        QTest::newRow("CDMA, shipped") << 1 << "-"
-                                       << "UIM";
-        QTest::newRow("GSM, user's word") << 2 << "Nano SIM"
-                                          << "Nano SIM";
-        QTest::newRow("GSM, emptied by the user") << 2 << ""
-                                                  << "SIM/USIM";
+        QTest::newRow("GSM, shipped") << 2 << "-" << "SIM";
+        QTest::newRow("CDMA, shipped") << 1 << "-" << "UIM";
+        QTest::newRow("GSM, user's word") << 2 << "Nano SIM" << "Nano SIM";
+        QTest::newRow("GSM, emptied by the user") << 2 << "" << "SIM/USIM";
+        // clang-format on
     }
     void cardWordInNetworkLockMessage()
     {
@@ -279,14 +248,13 @@ private slots:
 
     void scenarioNumberOutOfRangeNamesFileValue_data()
     {
+        // clang-format off
         QTest::addColumn<QString>("port");
         QTest::addColumn<QString>("got");
-        QTest::newRow("beyond 64 bits") << "1e23"
-                                        << "1e+23";
-        QTest::newRow("far below") << "-2.5e30"
-                                   << "-2.5e+30";
-        QTest::newRow("small") << "-7"
-                               << "-7";
+        QTest::newRow("beyond 64 bits") << "1e23" << "1e+23";
+        QTest::newRow("far below") << "-2.5e30" << "-2.5e+30";
+        QTest::newRow("small") << "-7" << "-7";
+        // clang-format on
     }
     void scenarioNumberOutOfRangeNamesFileValue()
     {
