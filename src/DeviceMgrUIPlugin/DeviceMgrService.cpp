@@ -142,7 +142,17 @@ void CDeviceMgrService::releaseData()
     disconnect();
     if (m_pWin7Thread) {
         m_pWin7Thread->Stop();
-        delete m_pWin7Thread;
+        if (m_pWin7Thread->isRunning()) {
+            // Its SDK poll has not returned within the bound. Deleting a running thread would
+            // abort the process and waiting could hang the shut-down: it deletes itself once the
+            // poll returns (a deferred delete of an object already gone is dropped with it).
+            DM_LOG("%s : %s : %s : WWAN thread still polling, deleted when it ends");
+            connect(m_pWin7Thread, &QThread::finished, m_pWin7Thread, &QObject::deleteLater);
+            if (!m_pWin7Thread->isRunning())
+                delete m_pWin7Thread;
+        } else {
+            delete m_pWin7Thread;
+        }
         m_pWin7Thread = nullptr;
     }
     // The fingerprint thread is not part of this build yet: its pointer is never set.

@@ -251,11 +251,10 @@ private:
                               const QSize& size);
     // Closes a SIM dialog without asking the user (the program, not the user, decided).
     static void closeSimDlg(SimDlg* dialog);
-    // A dialog of a pending entry (verification, PUK, network-lock code) already on screen is
-    // brought to the front instead of opening another SIM dialog over it; true when there is one.
-    bool raisePendingDlg();
-    // Closes the dialogs whose job is done when another SIM dialog opens.
-    void closeOtherSimDlgs(SimDlg* keep);
+    // Whether the fields of `dialog` hold what its OK button asks for (the code lengths of its job).
+    bool okRuleHolds(const SimDlg* dialog) const;
+    // OK of `dialog` enabled (and default) exactly when its rule holds; answers whether it holds.
+    bool applyOkRule(const SimDlg* dialog);
     // The PIN is used up: a PUK dialog built afresh replaces `from` (may be null). With
     // `reportNotReady` the SIM is also reported not ready. False when the dialog cannot be built.
     bool switchToPukDlg(SimDlg* from, bool reportNotReady);

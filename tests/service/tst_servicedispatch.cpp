@@ -494,8 +494,7 @@ private slots:
         QCOMPARE(boxes.size(), messages);
         if (messages) {
             QCOMPARE(boxes.first().text,
-                     QStringLiteral(
-                         "The SIM/USIM card is missing or invalid. Please insert a valid SIM/USIM card."));
+                     QStringLiteral("The SIM card is missing or invalid. Please insert a valid SIM card."));
             QCOMPARE(boxes.first().title, Change::tr(QStringLiteral("IDS_MAINFRM_PROMPT")));
         }
         QCOMPARE(m_service->pinState(), pinState);

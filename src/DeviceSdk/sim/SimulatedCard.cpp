@@ -7,6 +7,7 @@
 #include <QtCore/QFile>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 
 // Order of events per situation (registry in brackets: init = device initialisation, multi =
@@ -308,6 +309,7 @@ public:
 
     // Lets other threads in while the call waits on the dispatcher.
     void unlock() { m_lock.unlock(); }
+    std::unique_lock<std::mutex>& lock() { return m_lock; }
 
 private:
     SimulatedCard& m_card;
@@ -1039,6 +1041,12 @@ ZELK_RESULT SimulatedCard::isWWanReady()
     if (call.skip()) {
         return call.done(0);
     }
+    if (m_platform.wwanPollDelayMs > 0) {
+        // Other SDK calls go on meanwhile: only this poll hangs.
+        const unsigned generation = m_platformGeneration;
+        m_platformChanged.wait_for(call.lock(), std::chrono::milliseconds(m_platform.wwanPollDelayMs),
+                                   [&] { return m_platformGeneration != generation; });
+    }
     if (!m_platform.wwanReady && m_platform.wwanReadyAfterPolls > 0 &&
         ++m_wwanPolls >= m_platform.wwanReadyAfterPolls) {
         m_platform.wwanReady = true;
@@ -1505,6 +1513,8 @@ void SimulatedCard::setPlatform(const Platform& platform)
     std::lock_guard<std::mutex> lock(m_mutex);
     m_platform = platform;
     m_wwanPolls = 0;
+    ++m_platformGeneration;
+    m_platformChanged.notify_all();
 }
 
 void SimulatedCard::injectEvent(Registry registry, int event, const void* data, std::size_t size)
@@ -1564,6 +1574,8 @@ void SimulatedCard::replaceState(const std::vector<Device>& devices, const std::
     m_activeId = activeId;
     m_platform = platform;
     m_wwanPolls = 0;
+    ++m_platformGeneration;
+    m_platformChanged.notify_all();
 }
 
 void SimulatedCard::resetCard()
