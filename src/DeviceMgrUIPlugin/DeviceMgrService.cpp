@@ -4,8 +4,10 @@
 
 #include "Change.h"
 #include "CommonUtils.h"
+#include "DeviceMgrChooseDevice.h"
 #include "DeviceMgrLog.h"
 #include "DeviceMgrWin7Thread.h"
+#include "GIDConfigParse.h"
 #include "HostIds.h"
 #include "HostServices.h"
 #include "Startup.h"
@@ -46,16 +48,20 @@ CDeviceMgrService::CDeviceMgrService()
     : QObject(nullptr)
 {
     DM_LOG("%s : %s : %s : constructor called");
-    // The GID rule configuration is read by its own parser, which is not part of this build yet:
-    // m_pGIDConfig stays null and no group matches until it exists.
-    m_pGIDConfig = nullptr;
+    // GIDConfig.xml is read here, once for the service's life.
+    m_pGIDConfig = GIDConfigParse::GetInstance();
     if (QCoreApplication* app = QCoreApplication::instance())
         connect(app, SIGNAL(aboutToQuit()), this, SLOT(appQuitStop()));
     // The power event is raised on an SDK thread; the queued connection brings it to the GUI thread.
     connect(this, SIGNAL(PowerMgrEvent(int)), this, SLOT(OnPowerMgr(int)));
 }
 
-CDeviceMgrService::~CDeviceMgrService() = default;
+CDeviceMgrService::~CDeviceMgrService()
+{
+    // A service made later reads the configuration anew.
+    GIDConfigParse::DestroyConfigInstance();
+    m_pGIDConfig = nullptr;
+}
 
 CDeviceMgrService* CDeviceMgrService::instance()
 {
@@ -137,7 +143,7 @@ void CDeviceMgrService::OnDestroy()
 void CDeviceMgrService::releaseData()
 {
     DM_LOG("%s : %s : %s : destructor called");
-    // The chooser is not part of this build yet; m_pDlgChooseDev is always null here.
+    delete m_pDlgChooseDev;
     m_pDlgChooseDev = nullptr;
     disconnect();
     if (m_pWin7Thread) {
@@ -418,9 +424,8 @@ void CDeviceMgrService::selectPluginsBySim()
         imsi.szImsi[sizeof(imsi.szImsi) - 1] = '\0';
         const QString key = QStringLiteral("IMSI") + QString::fromLatin1(imsi.szImsi);
         if (key.length() > 4) {
-            // Creating the chooser belongs to the chooser's own work; without it nothing reloads.
-            if (m_pDlgChooseDev)
-                chooserReloadPlugins(key, false);
+            ensureChooser();
+            chooserReloadPlugins(key, false);
         }
     }
     // The GID groups are only tried once the container is known from an earlier lookup.
@@ -428,8 +433,8 @@ void CDeviceMgrService::selectPluginsBySim()
         const QStringList names = m_pPluginContainer->GetGIDNameList();
         for (const QString& name : names) {
             if (IsGIDMatched(name)) {
-                if (m_pDlgChooseDev)
-                    chooserReloadPlugins(QStringLiteral("GID") + name, false);
+                ensureChooser();
+                chooserReloadPlugins(QStringLiteral("GID") + name, false);
                 break;
             }
         }
@@ -454,8 +459,7 @@ int CDeviceMgrService::Notify(unsigned int code, unsigned int wParam, unsigned i
         m_bFrameLaunched = true;
         getParentWidget();
         initMainMenuObj();
-        // Creating the chooser belongs to the chooser's own work; until it exists the first-frame
-        // work below waits for it.
+        ensureChooser();
         if (m_pUILogic && m_pDlgChooseDev) {
             _ZELK_EN_DEVICE_STATUS status = DEVICE_STATUS_NO_DEVICE;
             m_pUILogic->GetDeviceStatus(status);
@@ -494,6 +498,9 @@ int CDeviceMgrService::Notify(unsigned int code, unsigned int wParam, unsigned i
         changeLangVerifyPinDlg();
         changeLangModifyPinDlg();
         changeLangPukDlg();
+        // The device chooser follows the language as well.
+        if (m_pDlgChooseDev)
+            m_pDlgChooseDev->ChangeLang();
         break;
     case NTF_CALL_DLG_SHOWN_1:
     case NTF_CALL_DLG_SHOWN_2:

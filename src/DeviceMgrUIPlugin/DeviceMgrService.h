@@ -24,6 +24,7 @@ class ChooseDevice;
 class DevCheckFPThread;
 class DeviceMgrWin7Thread;
 class GIDConfigParse;
+struct GIDItem;
 class IMainMenuUI;
 class INotifyService;
 class IPluginContainer;
@@ -163,6 +164,13 @@ public:
     QString GetLastUsedDeviceName() override;
     bool IsGIDMatched(QString groupName) override;
 
+    // ---- Device chooser, GID rules and last used device ----
+    // One bit test of a GID group against the SIM's GID, read afresh for this test.
+    bool checkGIDRule(_ZELK_EN_GIDTYPE type, const GIDItem& item);
+    // The SDK's user data folder, with its trailing separator.
+    QString getUserDataDirectory();
+    ChooseDevice* chooseDevice() const { return m_pDlgChooseDev; }
+
     // Read-only views of the state for the host's status display and for tests.
     bool isFrameShown() const { return m_bFrameShown; }
     bool isDevInitStarted() const { return m_bDevInitStarted; }
@@ -236,14 +244,15 @@ private:
     CDeviceMgrService();
     ~CDeviceMgrService() override;
 
-    // The chooser and the activation wizard are built by their own work; until then these are
-    // the single places that reach them.
+    // The single places that reach the chooser (when it exists) and the activation wizard.
     void chooserPopulateList();
     void chooserShowChooseDlg(QWidget* parent);
     void chooserReloadPlugins(const QString& key, bool force);
     bool activationWindowShown() const;
     void destroyActivationWizard();
     void chooserCloseDlg();
+    // The chooser, created on first need.
+    ChooseDevice* ensureChooser();
 
     // Shared by the SIM dialogs.
     // A code field with the settings every SIM dialog gives it; `contextSlot` is a SLOT() string.

@@ -6,6 +6,7 @@
 #include "DeviceMgrLog.h"
 #include "DeviceMgrServiceSim.h"
 #include "DeviceMgrWin7Thread.h"
+#include "GIDConfigParse.h"
 #include "HostIds.h"
 #include "HostServices.h"
 
@@ -106,12 +107,22 @@ void CDeviceMgrService::checkPIN()
         if (ZELK_DevSrv_GetImsiInfo(&imsi) == ZELK_ERROR_SUCCESS) {
             imsi.szImsi[sizeof(imsi.szImsi) - 1] = '\0';
             const QString key = QStringLiteral("IMSI") + QString::fromLatin1(imsi.szImsi);
-            // Creating the chooser belongs to the chooser's own work; without it nothing reloads.
-            if (key.length() > 4 && m_pDlgChooseDev)
+            if (key.length() > 4) {
+                ensureChooser();
                 chooserReloadPlugins(key, false);
+            }
         }
-        // The GID rules come with their configuration (m_pGIDConfig), which this build does not
-        // load yet; without it no group can match.
+        // Then the first group of the SIM rules that matches picks the plugin set "GID<name>".
+        if (m_pGIDConfig) {
+            const QList<GIDGroup> groups = m_pGIDConfig->GetGIDGroups();
+            for (const GIDGroup& group : groups) {
+                if (IsGIDMatched(group.name)) {
+                    ensureChooser();
+                    chooserReloadPlugins(QStringLiteral("GID") + group.name, false);
+                    break;
+                }
+            }
+        }
     }
 
     initMainMenuObj();

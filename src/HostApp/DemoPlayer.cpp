@@ -167,7 +167,8 @@ QWidget* DemoPlayer::findWidget(const QString& objectName) const
     return nullptr;
 }
 
-// The dialog a person would be looking at: the active modal one, else the newest visible window.
+// The dialog a person would be looking at: the active modal one, else the newest visible window
+// that has something to type into or click (a notice that closes on its own is only read).
 static QWidget* topDialog(QWidget* mainWindow)
 {
     if (QWidget* modal = QApplication::activeModalWidget())
@@ -175,7 +176,9 @@ static QWidget* topDialog(QWidget* mainWindow)
     QWidget* found = nullptr;
     const auto tops = QApplication::topLevelWidgets();
     for (QWidget* top : tops)
-        if (top != mainWindow && top->isVisible() && !top->inherits("QMenu") && !top->inherits("QDockWidget"))
+        if (top != mainWindow && top->isVisible() && !top->inherits("QMenu") &&
+            !top->inherits("QDockWidget") &&
+            (top->findChild<QLineEdit*>() || top->findChild<QAbstractButton*>()))
             found = top;
     return found;
 }

@@ -5,6 +5,8 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QSaveFile>
+#include <QtCore/QXmlStreamWriter>
 
 #include <algorithm>
 #include <chrono>
@@ -407,9 +409,42 @@ void SimulatedCard::sendInitSequenceLocked(Device& d)
     d.initialised = true;
 }
 
+// ---- Last used device ------------------------------------------------------------------------------
+// Like the maker's SDK, the card remembers the device used last in localdeviceinfo.xml in its user
+// data folder: one "item" per attached device, named by its "id" attribute, with the text "1" on
+// the active one. Written whole and renamed into place, so a reader never sees half a file.
+void SimulatedCard::rememberLastUsedLocked()
+{
+    QString folder = QString::fromStdString(m_platform.userDataDirectory);
+    if (folder.isEmpty()) {
+        folder = QDir::tempPath() + QStringLiteral("/tessaro-sim-userdata");
+    }
+    if (!QDir().mkpath(folder)) {
+        return;
+    }
+    QSaveFile file(QDir(folder).filePath(QStringLiteral("localdeviceinfo.xml")));
+    if (!file.open(QIODevice::WriteOnly)) {
+        return;
+    }
+    QXmlStreamWriter xml(&file);
+    xml.setAutoFormatting(true);
+    xml.writeStartDocument();
+    xml.writeStartElement(QStringLiteral("localdeviceinfo"));
+    for (const Device& d : m_devices) {
+        xml.writeStartElement(QStringLiteral("item"));
+        xml.writeAttribute(QStringLiteral("id"), QString::fromStdString(d.name));
+        xml.writeCharacters(d.id == m_activeId ? QStringLiteral("1") : QStringLiteral("0"));
+        xml.writeEndElement();
+    }
+    xml.writeEndElement();
+    xml.writeEndDocument();
+    file.commit();
+}
+
 void SimulatedCard::activateLocked(Device& d)
 {
     m_activeId = d.id;
+    rememberLastUsedLocked();
     postLocked(ZELK_EVENT_DEV_ACTIVE);
     sendInitSequenceLocked(d);
 }

@@ -118,6 +118,8 @@ private:
     void postWordLocked(int event, uint32_t word);
     void sendInitSequenceLocked(Device& device);
     void activateLocked(Device& device);
+    // Writes localdeviceinfo.xml with the active device marked as the one used last.
+    void rememberLastUsedLocked();
     void afterActiveGoneLocked();
 
     std::mutex m_mutex;
