@@ -5,8 +5,10 @@
 #include "Change.h"
 #include "CommonUtils.h"
 #include "DevCheckFPThread.h"
+#include "DeviceMgrChooseDevice.h"
 #include "DeviceMgrLog.h"
 #include "DeviceMgrWin7Thread.h"
+#include "GIDConfigParse.h"
 #include "HostIds.h"
 #include "HostServices.h"
 #include "Startup.h"
@@ -47,16 +49,20 @@ CDeviceMgrService::CDeviceMgrService()
     : QObject(nullptr)
 {
     DM_LOG("%s : %s : %s : constructor called");
-    // The GID rule configuration is read by its own parser, which is not part of this build yet:
-    // m_pGIDConfig stays null and no group matches until it exists.
-    m_pGIDConfig = nullptr;
+    // GIDConfig.xml is read here, once for the service's life.
+    m_pGIDConfig = GIDConfigParse::GetInstance();
     if (QCoreApplication* app = QCoreApplication::instance())
         connect(app, SIGNAL(aboutToQuit()), this, SLOT(appQuitStop()));
     // The power event is raised on an SDK thread; the queued connection brings it to the GUI thread.
     connect(this, SIGNAL(PowerMgrEvent(int)), this, SLOT(OnPowerMgr(int)));
 }
 
-CDeviceMgrService::~CDeviceMgrService() = default;
+CDeviceMgrService::~CDeviceMgrService()
+{
+    // A service made later reads the configuration anew.
+    GIDConfigParse::DestroyConfigInstance();
+    m_pGIDConfig = nullptr;
+}
 
 CDeviceMgrService* CDeviceMgrService::instance()
 {
@@ -138,12 +144,22 @@ void CDeviceMgrService::OnDestroy()
 void CDeviceMgrService::releaseData()
 {
     DM_LOG("%s : %s : %s : destructor called");
-    // The chooser is not part of this build yet; m_pDlgChooseDev is always null here.
+    delete m_pDlgChooseDev;
     m_pDlgChooseDev = nullptr;
     disconnect();
     if (m_pWin7Thread) {
         m_pWin7Thread->Stop();
-        delete m_pWin7Thread;
+        if (m_pWin7Thread->isRunning()) {
+            // Its SDK poll has not returned within the bound. Deleting a running thread would
+            // abort the process and waiting could hang the shut-down: it deletes itself once the
+            // poll returns (a deferred delete of an object already gone is dropped with it).
+            DM_LOG("%s : %s : %s : WWAN thread still polling, deleted when it ends");
+            connect(m_pWin7Thread, &QThread::finished, m_pWin7Thread, &QObject::deleteLater);
+            if (!m_pWin7Thread->isRunning())
+                delete m_pWin7Thread;
+        } else {
+            delete m_pWin7Thread;
+        }
         m_pWin7Thread = nullptr;
     }
     // ---- Fingerprint lock: the thread ends within its bound (held events are dropped), the
@@ -338,6 +354,8 @@ void CDeviceMgrService::deviceMgrInitEventHandler(qint32 event)
         caseDeviceInitFinish();
         break;
     case ZELK_EVENT_DEV_DEVICE_REMOVED:
+        // The next device attached gets its own automatic activation launch.
+        m_bActivationLaunched = false;
         if (m_bFrameShown) {
             closeAllPopups(false);
             initMainMenuObj();
@@ -434,9 +452,8 @@ void CDeviceMgrService::selectPluginsBySim()
         imsi.szImsi[sizeof(imsi.szImsi) - 1] = '\0';
         const QString key = QStringLiteral("IMSI") + QString::fromLatin1(imsi.szImsi);
         if (key.length() > 4) {
-            // Creating the chooser belongs to the chooser's own work; without it nothing reloads.
-            if (m_pDlgChooseDev)
-                chooserReloadPlugins(key, false);
+            ensureChooser();
+            chooserReloadPlugins(key, false);
         }
     }
     // The GID groups are only tried once the container is known from an earlier lookup.
@@ -444,8 +461,8 @@ void CDeviceMgrService::selectPluginsBySim()
         const QStringList names = m_pPluginContainer->GetGIDNameList();
         for (const QString& name : names) {
             if (IsGIDMatched(name)) {
-                if (m_pDlgChooseDev)
-                    chooserReloadPlugins(QStringLiteral("GID") + name, false);
+                ensureChooser();
+                chooserReloadPlugins(QStringLiteral("GID") + name, false);
                 break;
             }
         }
@@ -470,8 +487,7 @@ int CDeviceMgrService::Notify(unsigned int code, unsigned int wParam, unsigned i
         m_bFrameLaunched = true;
         getParentWidget();
         initMainMenuObj();
-        // Creating the chooser belongs to the chooser's own work; until it exists the first-frame
-        // work below waits for it.
+        ensureChooser();
         if (m_pUILogic && m_pDlgChooseDev) {
             _ZELK_EN_DEVICE_STATUS status = DEVICE_STATUS_NO_DEVICE;
             m_pUILogic->GetDeviceStatus(status);
@@ -510,6 +526,9 @@ int CDeviceMgrService::Notify(unsigned int code, unsigned int wParam, unsigned i
         changeLangVerifyPinDlg();
         changeLangModifyPinDlg();
         changeLangPukDlg();
+        // The device chooser follows the language as well.
+        if (m_pDlgChooseDev)
+            m_pDlgChooseDev->ChangeLang();
         break;
     case NTF_CALL_DLG_SHOWN_1:
     case NTF_CALL_DLG_SHOWN_2:

@@ -24,6 +24,7 @@ class ChooseDevice;
 class DevCheckFPThread;
 class DeviceMgrWin7Thread;
 class GIDConfigParse;
+struct GIDItem;
 class IMainMenuUI;
 class INotifyService;
 class IPluginContainer;
@@ -171,6 +172,13 @@ public:
     QString GetLastUsedDeviceName() override;
     bool IsGIDMatched(QString groupName) override;
 
+    // ---- Device chooser, GID rules and last used device ----
+    // One bit test of a GID group against the SIM's GID, read afresh for this test.
+    bool checkGIDRule(_ZELK_EN_GIDTYPE type, const GIDItem& item);
+    // The SDK's user data folder, with its trailing separator.
+    QString getUserDataDirectory();
+    ChooseDevice* chooseDevice() const { return m_pDlgChooseDev; }
+
     // Read-only views of the state for the host's status display and for tests.
     bool isFrameShown() const { return m_bFrameShown; }
     bool isDevInitStarted() const { return m_bDevInitStarted; }
@@ -246,14 +254,15 @@ private:
     CDeviceMgrService();
     ~CDeviceMgrService() override;
 
-    // The chooser and the activation wizard are built by their own work; until then these are
-    // the single places that reach them.
+    // The single places that reach the chooser (when it exists) and the activation wizard.
     void chooserPopulateList();
     void chooserShowChooseDlg(QWidget* parent);
     void chooserReloadPlugins(const QString& key, bool force);
     bool activationWindowShown() const;
     void destroyActivationWizard();
     void chooserCloseDlg();
+    // The chooser, created on first need.
+    ChooseDevice* ensureChooser();
 
     // Shared by the SIM dialogs.
     // A code field with the settings every SIM dialog gives it; `contextSlot` is a SLOT() string.
@@ -261,11 +270,10 @@ private:
                               const QSize& size);
     // Closes a SIM dialog without asking the user (the program, not the user, decided).
     static void closeSimDlg(SimDlg* dialog);
-    // A dialog of a pending entry (verification, PUK, network-lock code) already on screen is
-    // brought to the front instead of opening another SIM dialog over it; true when there is one.
-    bool raisePendingDlg();
-    // Closes the dialogs whose job is done when another SIM dialog opens.
-    void closeOtherSimDlgs(SimDlg* keep);
+    // Whether the fields of `dialog` hold what its OK button asks for (the code lengths of its job).
+    bool okRuleHolds(const SimDlg* dialog) const;
+    // OK of `dialog` enabled (and default) exactly when its rule holds; answers whether it holds.
+    bool applyOkRule(const SimDlg* dialog);
     // The PIN is used up: a PUK dialog built afresh replaces `from` (may be null). With
     // `reportNotReady` the SIM is also reported not ready. False when the dialog cannot be built.
     bool switchToPukDlg(SimDlg* from, bool reportNotReady);
@@ -393,10 +401,20 @@ private:
     // thread; this keeps each refresh whole.
     QMutex m_devInfoMutex;
 
+    // ---- CDMA service activation ----
+    // The automatic launch was tried for the device now attached; cleared when it goes.
+    bool m_bActivationLaunched = false;
+    // Retries the automatic launch while the information dialog is on screen; one timer, so that
+    // several launch attempts meanwhile make one retry.
+    QTimer* m_pActivationRetryTimer = nullptr;
+
+public:
+    QTimer* activationRetryTimer() const { return m_pActivationRetryTimer; }
+    ActivationWizard* activationWizard() const { return m_pActivationWizard; }
+
+private:
     // ---- Fingerprint lock: the prompt dialog ----
     QPointer<QDialog> m_pFPDlg;
     QPointer<QLabel> m_pFPLabel;
     QTimer* m_pFPTimer = nullptr;
-    // The fingerprint suite sets up a frame shown during a pending lock.
-    friend class tst_Fingerprint;
 };

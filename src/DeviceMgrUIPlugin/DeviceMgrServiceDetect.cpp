@@ -182,6 +182,8 @@ void CDeviceMgrService::deviceMgrEventSwich(bool reject)
     m_bDeviceAvialable = false;
     m_bValidSim = true;
     m_bSimReady = false;
+    // The device that had its automatic activation launch is no longer the active one.
+    m_bActivationLaunched = false;
     if (m_bFrameShown) {
         // Nothing that belonged to the old device may stay on screen.
         closeAllPopups(false);

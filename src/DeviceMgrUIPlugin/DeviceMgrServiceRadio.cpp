@@ -172,18 +172,6 @@ void CDeviceMgrService::getParentWidget()
     m_pParentWidget = frame->GetMainWindow();
 }
 
-void CDeviceMgrService::ShowChooseDevice()
-{
-    DM_LOG("%s: %s: %s: Entered");
-    if (!m_pDlgChooseDev) {
-        DM_LOG("%s: %s: %s: m_pDlgChooseDev is NULL");
-        // Creating the chooser belongs to the chooser's own work, which is not part of this build.
-    }
-    if (m_pDlgChooseDev)
-        chooserShowChooseDlg(m_pParentWidget);
-    DM_LOG("%s: %s: %s: Exit");
-}
-
 void CDeviceMgrService::subscribeCallNotification()
 {
     DM_LOG("Start: %s: %s: %s %d", __LINE__);

@@ -51,6 +51,15 @@ void CDeviceMgrService::handleCardLockState()
     m_enCardState = m_pUILogic->GetCardLockedState();
     if (m_enCardState != CARD_LOCK_LOCKED && m_enCardState != CARD_LOCK_LOCKED_FOREVER)
         return;
+    // The card word of the messages. A user's settings file may empty it: the sentence then takes
+    // the word that showMessage uses, never a gap.
+    const auto cardWord = [this] {
+        const QString word = m_pUILogic->GetSimTypeText();
+        if (!word.isEmpty())
+            return word;
+        return readProductType() == ZELK_PRODUCT_TYPE_CDMA ? QStringLiteral("UIM")
+                                                           : QStringLiteral("SIM/USIM");
+    };
 
     switch (customization) {
     case CARD_SUPPORT_UNLOCK:
@@ -64,7 +73,7 @@ void CDeviceMgrService::handleCardLockState()
     case CARD_ONLY_REMINDER: {
         DM_LOG("%s : %s : %s : State = CARD_ONLY_REMINDER");
         QString text = ids("IDS_CARDLOCKDLG_DEADLOCK");
-        text.replace(QStringLiteral("%s"), m_pUILogic->GetSimTypeText());
+        text.replace(QStringLiteral("%s"), cardWord());
         m_bMsgBoxShown = true;
         CommonUtils::ShowMessage(QMessageBox::Information, nullptr, ids("IDS_MAINFRM_PROMPT"), text,
                                  QStringLiteral("IDS_OK"));
@@ -79,7 +88,7 @@ void CDeviceMgrService::handleCardLockState()
     case CARD_EXIT: {
         DM_LOG("%s : %s : %s : State = CARD_EXIT");
         QString text = ids("IDS_CARDLOCKDLG_FORCE_EXIT");
-        text.replace(QStringLiteral("%s"), m_pUILogic->GetSimTypeText());
+        text.replace(QStringLiteral("%s"), cardWord());
         m_bMsgBoxShown = true;
         CommonUtils::ShowMessage(QMessageBox::Information, nullptr, ids("IDS_MAINFRM_PROMPT"), text,
                                  QStringLiteral("IDS_OK"));

@@ -15,14 +15,9 @@ using devmgr_sim::ids;
 void CDeviceMgrService::ModifyPIN()
 {
     DM_LOG("%s : %s : %s : , entered");
-    if (raisePendingDlg())
-        return;
     m_enPinState = DEVMGR_CHANGE_PIN;
     if (!m_pdialogModifyDlg && createModifyDlg() != 0)
         return;
-    closeOtherSimDlgs(m_pdialogModifyDlg);
-    // Nothing is pending while the PIN is changed: closing needs no question.
-    m_pdialogModifyDlg->m_bAskOnClose = false;
     if (setDlgToInitialStateModifyPin() != 0)
         return;
     CommonUtils::MoveCentre(m_pdialogModifyDlg);
@@ -36,7 +31,7 @@ int CDeviceMgrService::createModifyDlg()
 {
     if (m_pdialogModifyDlg)
         return 0;
-    SimDlg* dialog = new SimDlg(m_pParentWidget, false, false);
+    SimDlg* dialog = new SimDlg(m_pParentWidget, true, false);
     dialog->setObjectName(QStringLiteral("DeviceMgrUI_dialogModifyDlg"));
     dialog->setFixedSize(300, 200);
     QWidget* inner = new QWidget(dialog);
@@ -70,6 +65,7 @@ int CDeviceMgrService::createModifyDlg()
     dialog->AddMainWidget(inner);
     m_pdialogModifyDlg = dialog;
     connect(dialog, SIGNAL(closeRequested(QCloseEvent*)), this, SLOT(onCloseDialog(QCloseEvent*)));
+    connect(dialog, &SimDlg::signalFieldsCleared, this, [this, dialog] { applyOkRule(dialog); });
 
     if (setButtonsCreateModifyDlg() != 0) {
         delete dialog;
@@ -140,10 +136,7 @@ void CDeviceMgrService::processTextEditedModifyPin()
         DM_LOG("%s : %s : %s : , textEditedModifyPin failed");
         return;
     }
-    const bool complete = m_peditCurrPINText->text().length() > 3 && m_peditNewPINText->text().length() > 3 &&
-                          m_peditConfirmNewPINText->text().length() > 3;
-    m_pbuttonModOK->setEnabled(complete);
-    m_pbuttonModOK->setDefault(complete);
+    applyOkRule(m_pdialogModifyDlg);
 }
 
 void CDeviceMgrService::onModOkButtonClicked()
@@ -160,6 +153,12 @@ void CDeviceMgrService::onModOkButtonClicked()
         CommonUtils::ShowMessage(QMessageBox::Warning, dialog, ids("IDS_MAINFRM_PROMPT"),
                                  ids("IDS_PROMPT_CALLING_DISABLE"), QStringLiteral("IDS_OK"));
         closeSimDlg(dialog);
+        return;
+    }
+    // An entry that does not meet the OK rule (a field emptied behind the user's back) never
+    // reaches the logic layer.
+    if (!applyOkRule(dialog)) {
+        DM_LOG("%s : %s : %s : , incomplete entry, nothing sent");
         return;
     }
     QString newPin = m_peditNewPINText->text();

@@ -16,9 +16,6 @@ using devmgr_sim::ids;
 void CDeviceMgrService::EnablePIN()
 {
     DM_LOG("%s : %s : %s : , entered");
-    // A code the SIM or the card is waiting for comes first.
-    if (raisePendingDlg())
-        return;
     m_enPinState = DEVMGR_PIN_ENABLE;
     showPINDlg();
 }
@@ -26,8 +23,6 @@ void CDeviceMgrService::EnablePIN()
 void CDeviceMgrService::DisablePIN()
 {
     DM_LOG("%s : %s : %s : , entered");
-    if (raisePendingDlg())
-        return;
     m_enPinState = DEVMGR_PIN_DISABLE;
     showPINDlg();
 }
@@ -71,6 +66,7 @@ int CDeviceMgrService::createPINDlg()
     dialog->AddMainWidget(inner);
 
     connect(dialog, SIGNAL(closeRequested(QCloseEvent*)), this, SLOT(onCloseDialog(QCloseEvent*)));
+    connect(dialog, &SimDlg::signalFieldsCleared, this, [this, dialog] { applyOkRule(dialog); });
     connect(ok, SIGNAL(clicked()), this, SLOT(onPINOkButtonClicked()));
     connect(cancel, SIGNAL(clicked()), this, SLOT(onCancelButtonClicked()));
 
@@ -90,11 +86,8 @@ void CDeviceMgrService::showPINDlg()
         DM_LOG("%s : %s : %s : , createPINDlg failed");
         return;
     }
-    closeOtherSimDlgs(m_pdialogPINDlg);
+    // Other SIM dialogs stay as they are: digits typed there are the user's, not this job's.
     m_enPendingPinState = DEVMGR_PIN_READY;
-    // Only the network-lock code is an entry the card waits for; switching the PIN request on or
-    // off may be dropped without a question.
-    m_pdialogPINDlg->m_bAskOnClose = m_enPinState == DEVMGR_CARD_LOCK;
     if (setDlgToInitialState() != 0)
         return;
     applyPinDlgTitle();
@@ -167,6 +160,12 @@ void CDeviceMgrService::onPINOkButtonClicked()
         return;
     }
 
+    // An entry that does not meet the OK rule (a field emptied behind the user's back) never
+    // reaches the logic layer.
+    if (!applyOkRule(dialog)) {
+        DM_LOG("%s : %s : %s : , incomplete entry, nothing sent");
+        return;
+    }
     const E_DEVMGR_PIN_STATE job = m_enPinState;
     int retries = 0;
     int result = 1;

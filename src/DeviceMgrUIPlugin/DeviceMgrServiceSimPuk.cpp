@@ -31,10 +31,7 @@ void CDeviceMgrService::UnlockPIN()
         DM_LOG("%s : %s : %s : , createPUKDlg failed");
         return;
     }
-    // The fields' rules and the shared handlers follow the job.
-    m_enPinState = DEVMGR_UNLOCK_PIN;
-    closeOtherSimDlgs(m_pdialogPUKDlg);
-    m_pdialogPUKDlg->m_bAskOnClose = true;
+    // The job (m_enPinState) stays: the dispatch stored the state it read (4) before calling.
     if (setDlgToInitialStateUnlockPin() != 0)
         return;
     CommonUtils::MoveCentre(m_pdialogPUKDlg);
@@ -57,6 +54,7 @@ int CDeviceMgrService::createPUKDlg()
         return 1;
     }
     connect(dialog, SIGNAL(closeRequested(QCloseEvent*)), this, SLOT(onCloseDialog(QCloseEvent*)));
+    connect(dialog, &SimDlg::signalFieldsCleared, this, [this, dialog] { applyOkRule(dialog); });
     changeLangPukDlg();
     return 0;
 }
@@ -150,18 +148,34 @@ void CDeviceMgrService::processTextEditedUnlockPin()
         return;
     }
     // The PUK has exactly 8 digits, a PIN 4 to 8.
-    const bool complete = m_peditPUKText->text().length() > 7 && m_peditPUKPINText->text().length() > 3 &&
-                          m_peditConfirmPUKPINText->text().length() > 3;
-    m_pbuttonPUKOK->setEnabled(complete);
-    m_pbuttonPUKOK->setDefault(complete);
+    applyOkRule(m_pdialogPUKDlg);
 }
 
 void CDeviceMgrService::onPUKOkButtonClicked()
 {
     DM_LOG("%s : %s : %s : , entered");
     initMainMenuObj();
-    if (!m_pUILogic || !m_peditPUKPINText || !m_peditConfirmPUKPINText || !m_pdialogPUKDlg ||
-        !m_peditPUKText || !m_plabelPUKTimes) {
+    if (!m_pUILogic) {
+        DM_LOG("Arg is NULL: %s: %s: %s %d", __LINE__);
+        return;
+    }
+    if (!m_peditPUKPINText) {
+        DM_LOG("Arg is NULL: %s: %s: %s %d", __LINE__);
+        return;
+    }
+    if (!m_peditConfirmPUKPINText) {
+        DM_LOG("Arg is NULL: %s: %s: %s %d", __LINE__);
+        return;
+    }
+    if (!m_pdialogPUKDlg) {
+        DM_LOG("Arg is NULL: %s: %s: %s %d", __LINE__);
+        return;
+    }
+    if (!m_peditPUKText) {
+        DM_LOG("Arg is NULL: %s: %s: %s %d", __LINE__);
+        return;
+    }
+    if (!m_plabelPUKTimes) {
         DM_LOG("Arg is NULL: %s: %s: %s %d", __LINE__);
         return;
     }
@@ -173,6 +187,12 @@ void CDeviceMgrService::onPUKOkButtonClicked()
         return;
     }
 
+    // An entry that does not meet the OK rule (a field emptied behind the user's back) never
+    // reaches the logic layer.
+    if (!applyOkRule(dialog)) {
+        DM_LOG("%s : %s : %s : , incomplete entry, nothing sent");
+        return;
+    }
     QString newPin = m_peditPUKPINText->text();
     QString confirmPin = m_peditConfirmPUKPINText->text();
     if (m_pUILogic->ValidatePINs(newPin, confirmPin) != 0) {

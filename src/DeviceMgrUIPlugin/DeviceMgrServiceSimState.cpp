@@ -6,6 +6,7 @@
 #include "DeviceMgrLog.h"
 #include "DeviceMgrServiceSim.h"
 #include "DeviceMgrWin7Thread.h"
+#include "GIDConfigParse.h"
 #include "HostIds.h"
 #include "HostServices.h"
 
@@ -106,12 +107,22 @@ void CDeviceMgrService::checkPIN()
         if (ZELK_DevSrv_GetImsiInfo(&imsi) == ZELK_ERROR_SUCCESS) {
             imsi.szImsi[sizeof(imsi.szImsi) - 1] = '\0';
             const QString key = QStringLiteral("IMSI") + QString::fromLatin1(imsi.szImsi);
-            // Creating the chooser belongs to the chooser's own work; without it nothing reloads.
-            if (key.length() > 4 && m_pDlgChooseDev)
+            if (key.length() > 4) {
+                ensureChooser();
                 chooserReloadPlugins(key, false);
+            }
         }
-        // The GID rules come with their configuration (m_pGIDConfig), which this build does not
-        // load yet; without it no group can match.
+        // Then the first group of the SIM rules that matches picks the plugin set "GID<name>".
+        if (m_pGIDConfig) {
+            const QList<GIDGroup> groups = m_pGIDConfig->GetGIDGroups();
+            for (const GIDGroup& group : groups) {
+                if (IsGIDMatched(group.name)) {
+                    ensureChooser();
+                    chooserReloadPlugins(QStringLiteral("GID") + group.name, false);
+                    break;
+                }
+            }
+        }
     }
 
     initMainMenuObj();
@@ -195,8 +206,22 @@ void CDeviceMgrService::processPINPUK()
         return;
     }
     initMainMenuObj();
-    if (!m_pMainMenu)
+    if (!m_pMainMenu) {
         DM_LOG("Arg is NULL: %s: %s: %s %d", __LINE__);
+        return;
+    }
+    // A PUK dialog that was never built is built below; one that lost a part is being torn down
+    // and cannot take the entry.
+    if (m_pdialogPUKDlg) {
+        const QList<QWidget*> parts = {m_pwidgetPUKDlg,    m_plabelPUKTimes,         m_plabelPUK,
+                                       m_peditPUKText,     m_plabelPUKNewPIN,        m_peditPUKPINText,
+                                       m_plabelPUKConfirm, m_peditConfirmPUKPINText, m_pbuttonPUKOK,
+                                       m_pbuttonPUKCancel};
+        if (parts.contains(nullptr)) {
+            DM_LOG("Arg is NULL: %s: %s: %s %d", __LINE__);
+            return;
+        }
+    }
 
     if (m_enPinState == DEVMGR_CARD_LOCK) {
         // The network-lock code is used up: the card stays locked for good, no dialog follows.
@@ -310,8 +335,11 @@ void CDeviceMgrService::closeSimDlg(SimDlg* dialog)
     dialog->m_bAskOnClose = false;
     dialog->close();
     // A confirmation still open over it keeps close() from acting; the card decided for the user.
-    if (dialog->isVisible())
+    if (dialog->isVisible()) {
         dialog->hide();
+        // close() did not get to set it again: the user's next close must still ask.
+        dialog->m_bAskOnClose = true;
+    }
 }
 
 int CDeviceMgrService::setDlgToInitialState()
@@ -334,32 +362,47 @@ int CDeviceMgrService::setDlgToInitialState()
     }
 }
 
-bool CDeviceMgrService::raisePendingDlg()
+bool CDeviceMgrService::okRuleHolds(const SimDlg* dialog) const
 {
-    SimDlg* pending = nullptr;
-    if (m_pdialogVerifyPINDlg && m_pdialogVerifyPINDlg->isVisible())
-        pending = m_pdialogVerifyPINDlg;
-    else if (m_pdialogPUKDlg && m_pdialogPUKDlg->isVisible())
-        pending = m_pdialogPUKDlg;
-    else if (m_pdialogPINDlg && m_pdialogPINDlg->isVisible() && m_enPinState == DEVMGR_CARD_LOCK)
-        pending = m_pdialogPINDlg;
-    if (!pending)
+    using devmgr_sim::kFullCodeLength;
+    using devmgr_sim::kMinPinLength;
+    const auto holds = [](const LineEdit* field, int minimum) {
+        return field && field->text().length() >= minimum;
+    };
+    if (!dialog)
         return false;
-    DM_LOG("%s : %s : %s : a code entry is pending: %s", qPrintable(pending->objectName()));
-    pending->raise();
-    pending->activateWindow();
-    return true;
+    if (dialog == m_pdialogVerifyPINDlg)
+        return holds(m_peditVerifyPINText, kMinPinLength);
+    if (dialog == m_pdialogPINDlg)
+        return holds(m_peditPINText, m_enPinState == DEVMGR_CARD_LOCK ? kFullCodeLength : kMinPinLength);
+    if (dialog == m_pdialogPUKDlg)
+        return holds(m_peditPUKText, kFullCodeLength) && holds(m_peditPUKPINText, kMinPinLength) &&
+               holds(m_peditConfirmPUKPINText, kMinPinLength);
+    if (dialog == m_pdialogModifyDlg)
+        return holds(m_peditCurrPINText, kMinPinLength) && holds(m_peditNewPINText, kMinPinLength) &&
+               holds(m_peditConfirmNewPINText, kMinPinLength);
+    return false;
 }
 
-void CDeviceMgrService::closeOtherSimDlgs(SimDlg* keep)
+bool CDeviceMgrService::applyOkRule(const SimDlg* dialog)
 {
-    // The dialogs share one job (m_enPinState): only one of them may be open at a time.
-    const QList<SimDlg*> dialogs = {m_pdialogPINDlg, m_pdialogPUKDlg, m_pdialogModifyDlg,
-                                    m_pdialogVerifyPINDlg};
-    for (SimDlg* dialog : dialogs) {
-        if (dialog != keep)
-            closeSimDlg(dialog);
+    QPushButton* ok = nullptr;
+    if (!dialog)
+        return false;
+    if (dialog == m_pdialogVerifyPINDlg)
+        ok = m_pbuttonVerifyOK;
+    else if (dialog == m_pdialogPINDlg)
+        ok = m_pbuttonPINOK;
+    else if (dialog == m_pdialogPUKDlg)
+        ok = m_pbuttonPUKOK;
+    else if (dialog == m_pdialogModifyDlg)
+        ok = m_pbuttonModOK;
+    const bool complete = okRuleHolds(dialog);
+    if (ok) {
+        ok->setEnabled(complete);
+        ok->setDefault(complete);
     }
+    return complete;
 }
 
 void CDeviceMgrService::refreshSimMenu()

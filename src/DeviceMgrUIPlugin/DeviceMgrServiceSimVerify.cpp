@@ -16,24 +16,6 @@ using devmgr_sim::ids;
 void CDeviceMgrService::VerifyPIN()
 {
     DM_LOG("%s : %s : %s : , entered");
-    if (m_enPinState != DEVMGR_PIN_VERIFY) {
-        // Asked for from outside the dispatch (the menu): only a SIM that waits for its PIN has
-        // anything to verify, and the dialog's OK verifies only then.
-        E_DEVMGR_PIN_STATE state = static_cast<E_DEVMGR_PIN_STATE>(8);
-        if (!m_pUILogic || m_pUILogic->GetPinStatus(&state) != 0) {
-            DM_LOG("%s : %s : %s : GetPinStatus failed");
-            return;
-        }
-        if (state == DEVMGR_UNLOCK_PIN) {
-            UnlockPIN();
-            return;
-        }
-        if (state != DEVMGR_PIN_VERIFY) {
-            DM_LOG("%s : %s : %s : , the SIM asks for no PIN (state %d)", int(state));
-            return;
-        }
-        m_enPinState = state;
-    }
     showVerifyPINDlg();
 }
 
@@ -77,6 +59,7 @@ int CDeviceMgrService::createVerifyPINDlg()
     dialog->AddMainWidget(inner);
 
     connect(dialog, SIGNAL(closeRequested(QCloseEvent*)), this, SLOT(onCloseDialog(QCloseEvent*)));
+    connect(dialog, &SimDlg::signalFieldsCleared, this, [this, dialog] { applyOkRule(dialog); });
     connect(ok, SIGNAL(clicked()), this, SLOT(onVerifyPINOkButtonClicked()));
     connect(cancel, SIGNAL(clicked()), this, SLOT(onCancelButtonClicked()));
 
@@ -94,8 +77,6 @@ void CDeviceMgrService::showVerifyPINDlg()
 {
     if (!m_pdialogVerifyPINDlg && createVerifyPINDlg() != 0)
         return;
-    closeOtherSimDlgs(m_pdialogVerifyPINDlg);
-    m_pdialogVerifyPINDlg->m_bAskOnClose = true;
     if (setDlgToInitialStateVerifyPin() != 0)
         return;
     CommonUtils::MoveCentre(m_pdialogVerifyPINDlg);
@@ -142,6 +123,12 @@ void CDeviceMgrService::onVerifyPINOkButtonClicked()
         return;
     }
 
+    // An entry that does not meet the OK rule (a field emptied behind the user's back) never
+    // reaches the logic layer.
+    if (!applyOkRule(dialog)) {
+        DM_LOG("%s : %s : %s : , incomplete entry, nothing sent");
+        return;
+    }
     int retries = 0;
     int result = 1;
     if (m_enPinState == DEVMGR_PIN_VERIFY) {

@@ -27,10 +27,11 @@ DeviceMgrWin7Thread::DeviceMgrWin7Thread()
 
 DeviceMgrWin7Thread::~DeviceMgrWin7Thread()
 {
-    // Deleting a running QThread aborts the process; the poll ends within a second of the flag.
+    // The owner stops the thread before deleting it; should it not have, the wait stays within
+    // the host's bound: a poll that never returns must not hang the shut-down.
     if (isRunning()) {
         m_bStopThread.store(true);
-        wait();
+        CommonUtils::WaitForThreadToStop(this, 5);
     }
     if (m_pThreadInstance == this)
         m_pThreadInstance = nullptr;

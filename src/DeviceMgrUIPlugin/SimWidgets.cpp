@@ -191,5 +191,6 @@ void SimDlg::hideEvent(QHideEvent* event)
         // setText, unlike clear(), also drops the undo history: "Undo" cannot bring a code back.
         field->setText(QString());
     }
+    emit signalFieldsCleared();
     ExtendDialog::hideEvent(event);
 }

@@ -63,6 +63,9 @@ public slots:
 signals:
     // Every close request, after the confirmation decided it (`event->isAccepted()`).
     void closeRequested(QCloseEvent* event);
+    // The fields were emptied without an edit (textEdited is not emitted): whoever owns the OK
+    // rule must apply it again, or OK stays enabled over an empty field.
+    void signalFieldsCleared();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

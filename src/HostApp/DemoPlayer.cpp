@@ -7,6 +7,7 @@
 #include "SimControl.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QJsonObject>
@@ -26,6 +27,8 @@ namespace {
 
 // Time the application gets after a step before its screenshot: dialogs open through queued events.
 constexpr int kSettleMs = 400;
+// The longest a step waits for a window named by "waitFor".
+constexpr int kWaitForMs = 20000;
 
 void playFrom(QObject* owner, int index)
 {
@@ -99,10 +102,40 @@ void DemoPlayer::runStep()
             return;
         }
         const QJsonObject user = zelk::sim::scenarioStepUser(m_step);
-        if (!user.isEmpty() && !performUserAction(user))
+        // ---- Waiting for a window the application opens by itself ----
+        const QString waitFor = user.value(QLatin1String("waitFor")).toString();
+        if (!waitFor.isEmpty()) {
+            waitThenAct(waitFor, QDateTime::currentMSecsSinceEpoch() + kWaitForMs);
             return;
-        QTimer::singleShot(kSettleMs, this, [this] { captureStep(); });
+        }
+        actThenCapture();
     });
+}
+
+void DemoPlayer::actThenCapture()
+{
+    const QJsonObject user = zelk::sim::scenarioStepUser(m_step);
+    if (!user.isEmpty() && !performUserAction(user))
+        return;
+    QTimer::singleShot(kSettleMs, this, [this] { captureStep(); });
+}
+
+// Some windows come on their own time (the activation wizard waits until the device notice has
+// gone); the step goes on once the window is on screen.
+void DemoPlayer::waitThenAct(const QString& objectName, qint64 deadline)
+{
+    if (findWidget(objectName)) {
+        actThenCapture();
+        return;
+    }
+    if (QDateTime::currentMSecsSinceEpoch() > deadline) {
+        fail(QStringLiteral("step %1: '%2' did not appear within %3 s")
+                 .arg(m_step + 1)
+                 .arg(objectName)
+                 .arg(kWaitForMs / 1000));
+        return;
+    }
+    QTimer::singleShot(100, this, [this, objectName, deadline] { waitThenAct(objectName, deadline); });
 }
 
 void DemoPlayer::captureStep()
@@ -134,7 +167,8 @@ QWidget* DemoPlayer::findWidget(const QString& objectName) const
     return nullptr;
 }
 
-// The dialog a person would be looking at: the active modal one, else the newest visible window.
+// The dialog a person would be looking at: the active modal one, else the newest visible window
+// that has something to type into or click (a notice that closes on its own is only read).
 static QWidget* topDialog(QWidget* mainWindow)
 {
     if (QWidget* modal = QApplication::activeModalWidget())
@@ -142,7 +176,9 @@ static QWidget* topDialog(QWidget* mainWindow)
     QWidget* found = nullptr;
     const auto tops = QApplication::topLevelWidgets();
     for (QWidget* top : tops)
-        if (top != mainWindow && top->isVisible() && !top->inherits("QMenu") && !top->inherits("QDockWidget"))
+        if (top != mainWindow && top->isVisible() && !top->inherits("QMenu") &&
+            !top->inherits("QDockWidget") &&
+            (top->findChild<QLineEdit*>() || top->findChild<QAbstractButton*>()))
             found = top;
     return found;
 }
@@ -163,6 +199,7 @@ static QString plainText(QString text)
 //   {"answer": 1024}                            answer the next message box
 //   {"language": "de"}                          switch the interface language
 //   {"expect": "<what>"}                        what should be on screen (noted beside the picture)
+//   {"waitFor": "<window object name>"}         wait (20 s at most) until that window is on screen
 bool DemoPlayer::performUserAction(const QJsonObject& user)
 {
     const int stepNo = m_step + 1;

@@ -32,6 +32,9 @@ private:
     void runStep();
     void captureStep();
     bool performUserAction(const QJsonObject& user);
+    // The user's part of the step, then its picture; waitThenAct first waits for a window.
+    void actThenCapture();
+    void waitThenAct(const QString& objectName, qint64 deadline);
     QWidget* findWidget(const QString& objectName) const;
     bool saveScreenshot(const QString& fileName);
     void fail(const QString& message);

@@ -13,6 +13,16 @@ PluginHost::PluginHost(PluginContainer* container, QObject* parent)
     : QObject(parent)
     , m_pContainer(container)
 {
+    // ---- plugins reloaded for another device ----
+    // The container only loads; starting a plugin that a reload brought back is the host's part.
+    if (container) {
+        connect(container, &PluginContainer::pluginLoaded, this, [this](const QString& name, QObject* root) {
+            if (name == m_name || m_shutDown)
+                return;
+            if (auto* plugin = qobject_cast<IBasePlugin*>(root))
+                plugin->Init();
+        });
+    }
 }
 
 PluginHost::~PluginHost()
@@ -48,6 +58,10 @@ void PluginHost::frameShown()
 {
     if (NotifyService* notify = HostFramework::notifyService())
         notify->Broadcast(NTF_FRAME_SHOWN, 0, 0);
+    // The host's other plugins ask for device detection once the frame is up; nobody has to pick
+    // Device > Detect devices for a card that is already plugged in.
+    if (m_pDeviceMgr)
+        m_pDeviceMgr->StartDetectDevice();
 }
 
 void PluginHost::changeLanguage(const QString& lang)

@@ -25,7 +25,8 @@ public:
     QString errorString() const { return m_error; }
     bool initResult() const { return m_initResult; }
 
-    // Tells the plugins that the main frame is on screen (NTF_FRAME_SHOWN).
+    // Tells the plugins that the main frame is on screen (NTF_FRAME_SHOWN), then starts device
+    // detection.
     void frameShown();
     // The user picked another language: load it, let the plugin know, notify every plugin.
     void changeLanguage(const QString& lang);

@@ -33,6 +33,17 @@ QString settingsKey(const QString& section, const QString& key)
     return section.isEmpty() ? key : section + QLatin1Char('/') + key;
 }
 
+// What the host ships: a key that the user's settings file does not hold reads as this. Messages
+// put the card word into their "%s"; without a word they would show an empty gap.
+QString shippedDefault(const QString& key)
+{
+    if (key == QLatin1String("customize/simtype"))
+        return QStringLiteral("SIM");
+    if (key == QLatin1String("customize/uimtype"))
+        return QStringLiteral("UIM");
+    return QString();
+}
+
 QMessageBox::Icon boxIcon(int icon)
 {
     switch (icon) {
@@ -126,7 +137,11 @@ QString CommonUtils::GetSettings(const QString& section, const QString& key)
     const QString path = HostFramework::detail::settingsFilePath();
     std::unique_lock<std::mutex> lock(g_settingsMutex);
     QSettings settings(path, QSettings::IniFormat);
-    const QVariant value = settings.value(settingsKey(section, key));
+    const QString name = settingsKey(section, key);
+    // A value in the user's file, even an empty one, overrides what the host ships.
+    if (!settings.contains(name))
+        return shippedDefault(name);
+    const QVariant value = settings.value(name);
     // An unquoted "a,b" in a hand-written file reads back as a list; the caller asked for text.
     if (value.type() == QVariant::StringList)
         return value.toStringList().join(QLatin1Char(','));

@@ -15,8 +15,12 @@ ExtendDialog::ExtendDialog(QWidget* parent, int widgetKind)
     // The style sheets address the frame parts by these names.
     m_pTitleLabel->setObjectName(QStringLiteral("ExtendDialog_TitleLabel"));
     m_pTitleLabel->setProperty("widgetKind", widgetKind);
-    if (widgetKind == 1)
+    if (widgetKind == 1) {
         m_pTitleLabel->setMinimumHeight(32); // the wizard frame's title band is taller
+        // A wizard lays out its own margins inside its fixed size; the frame adds none.
+        m_pLayout->setContentsMargins(0, 0, 0, 0);
+        m_pLayout->setSpacing(0);
+    }
     m_pLayout->setObjectName(QStringLiteral("ExtendDialog_Layout"));
     m_pLayout->addWidget(m_pTitleLabel);
 }

@@ -317,6 +317,7 @@ void PluginContainer::GetReloadPluginLists(const QString& key, QStringList& newP
     const QStringList wanted = pluginSet(key);
     newPlugins.clear();
     replacedPlugins.clear();
+    QList<QPair<QString, QPointer<QObject>>> loaded;
     {
         std::unique_lock<std::mutex> lock(m_mutex);
         ensureCurrentSet();
@@ -326,9 +327,18 @@ void PluginContainer::GetReloadPluginLists(const QString& key, QStringList& newP
         }
         newPlugins = m_currentSet;
         for (const QString& name : qAsConst(m_currentSet)) {
-            if (loadedIndex(name) >= 0)
-                replacedPlugins << name;
+            const int index = loadedIndex(name);
+            if (index >= 0)
+                loaded << qMakePair(name, m_loaded.at(index).root);
         }
+    }
+    // ---- reload of device-dependent plugins ----
+    // A plugin that does not allow its release stays: the reload is driven from inside such a
+    // plugin (the device manager), whose code must not be unmapped under its own feet.
+    for (const auto& entry : qAsConst(loaded)) {
+        IBasePlugin* plugin = basePlugin(entry.second.data());
+        if (!plugin || plugin->IsAllowRelease())
+            replacedPlugins << entry.first;
     }
     HostFramework::detail::log(
         QStringLiteral("PluginContainer::GetReloadPluginLists(%1): new [%2], replaced [%3]")

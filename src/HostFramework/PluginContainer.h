@@ -34,7 +34,8 @@ class QLibrary;
 // The current set starts as "default". IsPluginSetChanged(key) compares the set configured for
 // `key` with the current one, ignoring order; a key with no configured set changes nothing.
 // GetReloadPluginLists(key, ...) makes the set of `key` current (the current set stays when `key`
-// has none) and answers its plugins, and those of them that are loaded now, in set order.
+// has none) and answers its plugins, and those of them that are loaded now and allow their release
+// (IBasePlugin::IsAllowRelease()), in set order.
 class HOSTFW_EXPORT PluginContainer : public QObject, public IPluginContainer
 {
     Q_OBJECT

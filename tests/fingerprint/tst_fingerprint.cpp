@@ -149,10 +149,15 @@ private slots:
 
     void verifiedAfterFrameShownDropsOnePinCheckAndDoesTheFrameWorkOnce()
     {
+        svc::stopService(); // the frame comes up during the lock here
+        QVERIFY((m_service = startService(false)));
+        CDeviceMgrService::setHandlerProbe(&record);
         pinRequired();
-        lock({ZELK_EVENT_DEV_PIN_CHECK, ZELK_EVENT_DEV_PIN_CHECK});
-        // As the frame shown during a pending lock leaves it.
-        m_service->m_bFPPromptOnLaunch = true;
+        for (int event : {ZELK_EVENT_DEV_FP_LOCK, ZELK_EVENT_DEV_PIN_CHECK, ZELK_EVENT_DEV_PIN_CHECK})
+            svc::inject(event);
+        QTRY_VERIFY(m_service->isFPLockPending());
+        m_service->Notify(NTF_FRAME_SHOWN, 0, 0);
+        QVERIFY(window(kPrompt) && m_service->isFPPromptOnLaunch() && openDialogs().isEmpty());
         zelk::sim::clearCalls();
         state(ZELK_VERIFYIND_GOOD_IMAGE);
         QTRY_COMPARE(openDialogs(), QStringList{kVerifyDlg});

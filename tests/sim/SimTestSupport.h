@@ -162,8 +162,12 @@ inline CDeviceMgrService* startService(bool frameShown = true)
     CDeviceMgrService* service = CDeviceMgrService::instance();
     if (!service->Init())
         return nullptr;
-    if (frameShown)
+    if (frameShown) {
+        // The frame comes up before the card has reported in, so the first-frame work finds no
+        // device and the suites drive the start-up check themselves.
+        zelk::sim::forceResult("ZELK_DevSrv_GetDevStatus", 2, ZELK_ERROR_FAILURE);
         service->Notify(NTF_FRAME_SHOWN, 0, 0);
+    }
     zelk::sim::clearCalls();
     HostFramework::clearNotificationRecords();
     HostFramework::clearMessageRecords();

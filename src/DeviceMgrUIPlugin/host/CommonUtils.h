@@ -17,7 +17,9 @@ enum { FRAME_STYLE_MAIN = 0x1, FRAME_STYLE_MINI = 0x4 };
 class HOSTFW_EXPORT CommonUtils
 {
 public:
-    // Host settings (an INI file under the user's configuration folder). A missing key reads as "".
+    // Host settings (an INI file under the user's configuration folder). A key the file does not hold
+    // reads as the host's shipped default: "customize"/"simtype" "SIM", "customize"/"uimtype" "UIM",
+    // "" for every other key.
     static QString GetSettings(const QString& section, const QString& key);
     static void SetSettings(const QString& section, const QString& key, const QString& value);
 

@@ -5,6 +5,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
+#include <QtCore/QLocale>
 #include <QtCore/QSet>
 
 #include <cmath>
@@ -158,9 +159,12 @@ public:
             return false;
         }
         if (d < static_cast<double>(min) || d > static_cast<double>(max)) {
-            fail(
-                path,
-                QStringLiteral("must be %1 to %2 (got %3)").arg(min).arg(max).arg(static_cast<long long>(d)));
+            // Beyond 64 bits the cast would print a value the file does not hold; the shortest
+            // text that reads back as the same number does.
+            const bool fits = std::fabs(d) < 9.2e18;
+            const QString got = fits ? QString::number(static_cast<long long>(d))
+                                     : QString::number(d, 'g', QLocale::FloatingPointShortest);
+            fail(path, QStringLiteral("must be %1 to %2 (got %3)").arg(min).arg(max).arg(got));
             return false;
         }
         *out = static_cast<long long>(d);

@@ -96,10 +96,13 @@ struct Device
 // Answers about the platform's mobile-broadband service, and the user data directory.
 struct Platform
 {
-    ZELK_RESULT isWin7 = 1;        // 0 would mean "wait for the WWAN service"
-    bool wwanReady = true;         // ZELK_DevSrv_IsWWanReady answers 0 when set
-    int wwanReadyAfterPolls = 0;   // > 0: becomes ready after this many IsWWanReady calls
-    int wwanService = 0;           // -1 absent, 0 running, 1 present but not running
+    ZELK_RESULT isWin7 = 1;      // 0 would mean "wait for the WWAN service"
+    bool wwanReady = true;       // ZELK_DevSrv_IsWWanReady answers 0 when set
+    int wwanReadyAfterPolls = 0; // > 0: becomes ready after this many IsWWanReady calls
+    int wwanService = 0;         // -1 absent, 0 running, 1 present but not running
+    // > 0: ZELK_DevSrv_IsWWanReady answers only after this long, or as soon as the platform is
+    // set again: a platform service that hangs. Not in scenario files (the demo must not hang).
+    int wwanPollDelayMs = 0;
     std::string userDataDirectory; // empty: a folder in the temporary directory
 };
 

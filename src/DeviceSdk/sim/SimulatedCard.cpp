@@ -5,8 +5,11 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QSaveFile>
+#include <QtCore/QXmlStreamWriter>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 
 // Order of events per situation (registry in brackets: init = device initialisation, multi =
@@ -308,6 +311,7 @@ public:
 
     // Lets other threads in while the call waits on the dispatcher.
     void unlock() { m_lock.unlock(); }
+    std::unique_lock<std::mutex>& lock() { return m_lock; }
 
 private:
     SimulatedCard& m_card;
@@ -405,9 +409,42 @@ void SimulatedCard::sendInitSequenceLocked(Device& d)
     d.initialised = true;
 }
 
+// ---- Last used device ------------------------------------------------------------------------------
+// Like the maker's SDK, the card remembers the device used last in localdeviceinfo.xml in its user
+// data folder: one "item" per attached device, named by its "id" attribute, with the text "1" on
+// the active one. Written whole and renamed into place, so a reader never sees half a file.
+void SimulatedCard::rememberLastUsedLocked()
+{
+    QString folder = QString::fromStdString(m_platform.userDataDirectory);
+    if (folder.isEmpty()) {
+        folder = QDir::tempPath() + QStringLiteral("/tessaro-sim-userdata");
+    }
+    if (!QDir().mkpath(folder)) {
+        return;
+    }
+    QSaveFile file(QDir(folder).filePath(QStringLiteral("localdeviceinfo.xml")));
+    if (!file.open(QIODevice::WriteOnly)) {
+        return;
+    }
+    QXmlStreamWriter xml(&file);
+    xml.setAutoFormatting(true);
+    xml.writeStartDocument();
+    xml.writeStartElement(QStringLiteral("localdeviceinfo"));
+    for (const Device& d : m_devices) {
+        xml.writeStartElement(QStringLiteral("item"));
+        xml.writeAttribute(QStringLiteral("id"), QString::fromStdString(d.name));
+        xml.writeCharacters(d.id == m_activeId ? QStringLiteral("1") : QStringLiteral("0"));
+        xml.writeEndElement();
+    }
+    xml.writeEndElement();
+    xml.writeEndDocument();
+    file.commit();
+}
+
 void SimulatedCard::activateLocked(Device& d)
 {
     m_activeId = d.id;
+    rememberLastUsedLocked();
     postLocked(ZELK_EVENT_DEV_ACTIVE);
     sendInitSequenceLocked(d);
 }
@@ -482,6 +519,11 @@ ZELK_RESULT SimulatedCard::getDevStatus(_ZELK_EN_DEVICE_STATUS* status)
     }
     const Device* d = activeLocked();
     *status = static_cast<_ZELK_EN_DEVICE_STATUS>(d ? d->status : DEVICE_STATUS_NO_DEVICE);
+    // ---- Fingerprint lock: a device waiting for its user's finger is still starting up, so no
+    // one asks its SIM for anything before the finger is verified.
+    if (d && d->fingerprintLocked && *status == DEVICE_STATUS_AVAILABLE) {
+        *status = DEVICE_STATUS_INITIALIZING;
+    }
     return call.done(ZELK_ERROR_SUCCESS);
 }
 
@@ -1039,6 +1081,12 @@ ZELK_RESULT SimulatedCard::isWWanReady()
     if (call.skip()) {
         return call.done(0);
     }
+    if (m_platform.wwanPollDelayMs > 0) {
+        // Other SDK calls go on meanwhile: only this poll hangs.
+        const unsigned generation = m_platformGeneration;
+        m_platformChanged.wait_for(call.lock(), std::chrono::milliseconds(m_platform.wwanPollDelayMs),
+                                   [&] { return m_platformGeneration != generation; });
+    }
     if (!m_platform.wwanReady && m_platform.wwanReadyAfterPolls > 0 &&
         ++m_wwanPolls >= m_platform.wwanReadyAfterPolls) {
         m_platform.wwanReady = true;
@@ -1505,6 +1553,8 @@ void SimulatedCard::setPlatform(const Platform& platform)
     std::lock_guard<std::mutex> lock(m_mutex);
     m_platform = platform;
     m_wwanPolls = 0;
+    ++m_platformGeneration;
+    m_platformChanged.notify_all();
 }
 
 void SimulatedCard::injectEvent(Registry registry, int event, const void* data, std::size_t size)
@@ -1564,6 +1614,8 @@ void SimulatedCard::replaceState(const std::vector<Device>& devices, const std::
     m_activeId = activeId;
     m_platform = platform;
     m_wwanPolls = 0;
+    ++m_platformGeneration;
+    m_platformChanged.notify_all();
 }
 
 void SimulatedCard::resetCard()

@@ -3,6 +3,7 @@
 
 #include "EventDispatcher.h"
 
+#include <condition_variable>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -117,6 +118,8 @@ private:
     void postWordLocked(int event, uint32_t word);
     void sendInitSequenceLocked(Device& device);
     void activateLocked(Device& device);
+    // Writes localdeviceinfo.xml with the active device marked as the one used last.
+    void rememberLastUsedLocked();
     void afterActiveGoneLocked();
 
     std::mutex m_mutex;
@@ -124,6 +127,9 @@ private:
     std::string m_activeId;
     Platform m_platform;
     int m_wwanPolls = 0;
+    // Counts platform changes; a hanging WWAN poll ends when it moves.
+    unsigned m_platformGeneration = 0;
+    std::condition_variable m_platformChanged;
     std::map<std::string, std::vector<Forced>> m_forced;
     std::vector<CallRecord> m_calls;
     std::unique_ptr<EventDispatcher> m_dispatcher;

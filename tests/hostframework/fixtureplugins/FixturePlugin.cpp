@@ -16,6 +16,10 @@
 #ifndef FIXTURE_NAME
 #error FIXTURE_NAME must name the fixture plugin
 #endif
+// 0: the plugin refuses its release, as the device manager does.
+#ifndef FIXTURE_ALLOW_RELEASE
+#define FIXTURE_ALLOW_RELEASE 1
+#endif
 
 namespace {
 
@@ -58,7 +62,7 @@ public:
     QString GetCLSID() override { return QStringLiteral(FIXTURE_CLSID); }
     unsigned int GetVersion() override { return 0; }
     QString GetPluginName() override { return QStringLiteral(FIXTURE_NAME); }
-    bool IsAllowRelease() override { return true; }
+    bool IsAllowRelease() override { return FIXTURE_ALLOW_RELEASE; }
     bool QueryInterface(int, QObject**) override { return false; }
 
     bool ShowWindow(QWidget*, QRect&) override { return false; }
