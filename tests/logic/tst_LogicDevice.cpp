@@ -1,9 +1,12 @@
-// The logic layer's device list, selection, device status and SIM status against the simulated card.
+// The logic layer's device list (taken over from the SDK's records without reading past them), the
+// choice of a device, the device and SIM status queries, against the simulated card. Radio, detach
+// and card-word texts are played through the service's suites.
 #include "DeviceMgrUILogic.h"
 #include "HostFixture.h"
 #include "HostFramework.h"
 #include "HostServiceObjects.h"
 #include "LogicTestSupport.h"
+#include "Startup.h"
 #include <QtWidgets/QMainWindow> // HostFixture keeps a QPointer to one
 
 #include <QtTest/QtTest>
@@ -81,16 +84,11 @@ private slots:
         m_host.shutdown();
     }
 
-    void initialFields();
-    void clearDeviceInfo();
     void setDeviceInfoCounts_data();
     void setDeviceInfoCounts();
-    void setDeviceInfoKeepsCurrentWithSeveral();
     void setDeviceInfoNull();
-    void setDeviceInfoNameFillingTheRecordEnd();
-    void setDeviceInfoReadsOnlyListedEntries();
+    void setDeviceInfoStaysInsideTheRecord();
     void getDeviceInfo();
-    void getDeviceInfoFailure();
 
     void selectSameDevice();
     void selectOtherDevice_data();
@@ -98,49 +96,19 @@ private slots:
     void selectRefused();
     void selectUnterminatedName();
 
-    void deviceStatus_data();
-    void deviceStatus();
     void systemDevStatus_data();
     void systemDevStatus();
     void simStatus_data();
     void simStatus();
     void deviceNameAndPort_data();
     void deviceNameAndPort();
-    void protocolFromStoredCopy();
-    void simTypeText_data();
-    void simTypeText();
+
+    void interruptServersWithoutContainer();
 
 private:
     HostFixture m_host;
     DeviceMgrUILogic* m_logic = nullptr;
 };
-
-void tst_LogicDevice::initialFields()
-{
-    m_logic->SetDeviceInfo(makeList(1).get());
-    m_logic->m_iRetryTimes = 9;
-    m_logic->init();
-    QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, -1);
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), -1);
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 0);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QString());
-    QCOMPARE(m_logic->m_iRetryTimes, 0);
-    QCOMPARE(m_logic->GetStoredPinStatus(), 0);
-}
-
-void tst_LogicDevice::clearDeviceInfo()
-{
-    m_logic->SetDeviceInfo(makeList(1).get());
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-    m_logic->ClearDeviceInfo();
-    const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-    _ZELK_ST_MULTI_DEVICE_INFO zero;
-    std::memset(&zero, 0, sizeof(zero));
-    QVERIFY(std::memcmp(&stored, &zero, sizeof(zero)) == 0);
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), -1);
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 0);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QString());
-}
 
 void tst_LogicDevice::setDeviceInfoCounts_data()
 {
@@ -150,13 +118,10 @@ void tst_LogicDevice::setDeviceInfoCounts_data()
     QTest::addColumn<bool>("takesOver"); // the lone device becomes the current one
     QTest::newRow("none") << 0 << 0 << 0 << false;
     QTest::newRow("one") << 1 << 1 << 1 << true;
-    QTest::newRow("two") << 2 << 2 << 2 << false;
     QTest::newRow("64") << 64 << 64 << 64 << false;
     // Refused whole: the list from before stays.
     QTest::newRow("65") << 65 << 3 << 3 << false;
-    QTest::newRow("int max") << 0x7FFFFFFF << 3 << 3 << false;
     QTest::newRow("negative") << -5 << -5 << 0 << false;
-    QTest::newRow("int min") << int(0x80000000) << int(0x80000000) << 0 << false;
 }
 
 void tst_LogicDevice::setDeviceInfoCounts()
@@ -208,21 +173,6 @@ void tst_LogicDevice::setDeviceInfoCounts()
     }
 }
 
-void tst_LogicDevice::setDeviceInfoKeepsCurrentWithSeveral()
-{
-    // The service clears before each refresh: with several devices nobody is current until the
-    // user chooses.
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(2).get());
-    QCOMPARE(m_logic->GetLocalDeviceName(), QString());
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), -1);
-
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get());
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-}
-
 void tst_LogicDevice::setDeviceInfoNull()
 {
     m_logic->SetDeviceInfo(makeList(1).get());
@@ -231,10 +181,31 @@ void tst_LogicDevice::setDeviceInfoNull()
     QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
 }
 
-void tst_LogicDevice::setDeviceInfoNameFillingTheRecordEnd()
+void tst_LogicDevice::setDeviceInfoStaysInsideTheRecord()
 {
-    // The last name of a full list ends where the heap block ends: reading one byte past the
-    // record is an AddressSanitizer error.
+    // An SDK may hand over a record that holds only the listed entries, with names that fill their
+    // field: anything read past them is outside the heap block (an AddressSanitizer error). The block
+    // is written byte-wise, as such an SDK would fill it.
+    const std::size_t size =
+        offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + 2 * sizeof(_ZELK_ST_DEVICE_INFO);
+    auto* bytes = static_cast<unsigned char*>(std::malloc(size));
+    QVERIFY(bytes);
+    std::memset(bytes, 'Q', size);
+    const int two = 2;
+    std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, nDevNum), &two, sizeof two);
+    for (int i = 0; i < 2; ++i) {
+        const int port = i + 1;
+        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) +
+                        i * sizeof(_ZELK_ST_DEVICE_INFO) + offsetof(_ZELK_ST_DEVICE_INFO, nPort),
+                    &port, sizeof port);
+    }
+    m_logic->SetDeviceInfo(reinterpret_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(bytes));
+    std::free(bytes);
+    QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 2);
+    QCOMPARE(m_logic->GetLocalDeviceInfo().stDevInfo[1].nPort, 2);
+    QCOMPARE(qstrlen(m_logic->GetLocalDeviceInfo().stDevInfo[1].szName), uint(ZELK_DEVICE_NAME_SIZE - 1));
+
+    // A full list whose last name ends where the heap block ends.
     void* block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
     QVERIFY(block);
     std::memset(block, 0, sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
@@ -264,28 +235,6 @@ void tst_LogicDevice::setDeviceInfoNameFillingTheRecordEnd()
     QCOMPARE(m_logic->GetLocalDevicePortNo(), 4);
 }
 
-void tst_LogicDevice::setDeviceInfoReadsOnlyListedEntries()
-{
-    // An SDK may hand over a record that holds only the listed entries; anything read past them
-    // is outside the heap block.
-    const std::size_t size =
-        offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + 2 * sizeof(_ZELK_ST_DEVICE_INFO);
-    void* block = std::malloc(size);
-    QVERIFY(block);
-    std::memset(block, 'Q', size);
-    auto* list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-    list->nDevNum = 2;
-    list->stDevInfo[0].nPort = 1;
-    list->stDevInfo[1].nPort = 2;
-    m_logic->SetDeviceInfo(list);
-    std::free(block);
-
-    const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-    QCOMPARE(stored.nDevNum, 2);
-    QCOMPARE(stored.stDevInfo[1].nPort, 2);
-    QCOMPARE(qstrlen(stored.stDevInfo[1].szName), uint(ZELK_DEVICE_NAME_SIZE - 1));
-}
-
 void tst_LogicDevice::getDeviceInfo()
 {
     std::string error;
@@ -293,18 +242,14 @@ void tst_LogicDevice::getDeviceInfo()
     sim::clearCalls();
     const _ZELK_ST_MULTI_DEVICE_INFO list = m_logic->GetDeviceInfo();
     QCOMPARE(callCount("ZELK_DevSrv_GetAvailableDeviceList"), 1);
+    sim::failNext("ZELK_DevSrv_GetAvailableDeviceList");
+    QCOMPARE(m_logic->GetDeviceInfo().nDevNum, 0);
     QCOMPARE(list.nDevNum, 2);
     QStringList names;
     for (int i = 0; i < list.nDevNum; ++i)
         names << QString::fromLocal8Bit(list.stDevInfo[i].szName);
     names.sort();
     QCOMPARE(names, QStringList({QStringLiteral("Second Modem"), QStringLiteral("USB Modem")}));
-}
-
-void tst_LogicDevice::getDeviceInfoFailure()
-{
-    sim::failNext("ZELK_DevSrv_GetAvailableDeviceList");
-    QCOMPARE(m_logic->GetDeviceInfo().nDevNum, 0);
 }
 
 void tst_LogicDevice::selectSameDevice()
@@ -383,32 +328,6 @@ void tst_LogicDevice::selectUnterminatedName()
     QCOMPARE(call.args[0], '"' + std::string(ZELK_DEVICE_NAME_SIZE - 1, 'Z') + '"');
 }
 
-void tst_LogicDevice::deviceStatus_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<bool>("fail");
-    QTest::addColumn<int>("expected");
-    QTest::addColumn<int>("statusOut");
-    QTest::newRow("available") << 3 << false << 0 << 3;
-    QTest::newRow("ready") << 1 << false << 0 << 1;
-    QTest::newRow("initialising") << 2 << false << 0 << 2;
-    QTest::newRow("SDK fails") << 3 << true << 15 << 77;
-}
-
-void tst_LogicDevice::deviceStatus()
-{
-    QFETCH(int, status);
-    QFETCH(bool, fail);
-    QFETCH(int, expected);
-    QFETCH(int, statusOut);
-    QVERIFY(changeActiveDevice([&](sim::Device& d) { d.status = status; }));
-    if (fail)
-        sim::failNext("ZELK_DevSrv_GetDevStatus");
-    _ZELK_EN_DEVICE_STATUS out = _ZELK_EN_DEVICE_STATUS(77);
-    QCOMPARE(m_logic->GetDeviceStatus(out), expected);
-    QCOMPARE(int(out), statusOut);
-}
-
 void tst_LogicDevice::systemDevStatus_data()
 {
     QTest::addColumn<int>("status");
@@ -417,10 +336,8 @@ void tst_LogicDevice::systemDevStatus_data()
     QTest::addColumn<bool>("takesOver");
     QTest::addColumn<int>("sdkCalls");
     QTest::newRow("available") << 3 << QString() << 3 << true << 3;
-    QTest::newRow("ready") << 1 << QString() << 1 << false << 3;
     QTest::newRow("initialising") << 2 << QString() << 2 << false << 3;
     QTest::newRow("status fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevStatus") << 0 << false << 1;
-    QTest::newRow("name fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDeviceName") << 0 << false << 2;
     QTest::newRow("port fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevicePort") << 0 << false << 3;
 }
 
@@ -463,9 +380,7 @@ void tst_LogicDevice::simStatus_data()
     QTest::addColumn<int>("valid");
     QTest::newRow("0") << 0u << false << 0 << 0;
     QTest::newRow("1") << 1u << false << 1 << 1;
-    QTest::newRow("254") << 254u << false << 254 << 1;
     QTest::newRow("255") << 255u << false << 255 << 0;
-    QTest::newRow("1000") << 1000u << false << 1000 << 0;
     // A transient failure must not send the user to the SIM dialogs.
     QTest::newRow("SDK fails") << 0u << true << 0 << 1;
 }
@@ -517,39 +432,14 @@ void tst_LogicDevice::deviceNameAndPort()
     QCOMPARE(callCount("ZELK_DevSrv_GetDevicePort"), 1);
 }
 
-void tst_LogicDevice::protocolFromStoredCopy()
+void tst_LogicDevice::interruptServersWithoutContainer()
 {
-    auto list = makeList(1);
-    list->stDevInfo[0].nProtocol = 31;
-    m_logic->SetDeviceInfo(list.get());
-    sim::clearCalls();
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 31);
-    QCOMPARE(allCallCount(), 0);
-}
-
-void tst_LogicDevice::simTypeText_data()
-{
-    QTest::addColumn<int>("productType");
-    QTest::addColumn<bool>("fail");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("CDMA") << 1 << false << QStringLiteral("UIM card");
-    QTest::newRow("GSM") << 2 << false << QStringLiteral("SIM card");
-    QTest::newRow("not yet known") << 3 << false << QStringLiteral("SIM card");
-    QTest::newRow("other") << 9 << false << QStringLiteral("SIM card");
-    QTest::newRow("SDK fails") << 1 << true << QString();
-}
-
-void tst_LogicDevice::simTypeText()
-{
-    QFETCH(int, productType);
-    QFETCH(bool, fail);
-    QFETCH(QString, expected);
-    m_host.setSetting(QStringLiteral("customize"), QStringLiteral("simtype"), QStringLiteral("SIM card"));
-    m_host.setSetting(QStringLiteral("customize"), QStringLiteral("uimtype"), QStringLiteral("UIM card"));
-    QVERIFY(changeActiveDevice([&](sim::Device& d) { d.productType = productType; }));
-    if (fail)
-        sim::failNext("ZELK_DevSrv_GetProductType");
-    QCOMPARE(m_logic->GetSimTypeText(), expected);
+    HostFramework::destroyHost();
+    QVERIFY(Startup::GetPluginContainer() == nullptr);
+    // Nothing to reach: the lookup is abandoned without a crash.
+    m_logic->InterruptServers();
+    HostFramework::createHost(nullptr, nullptr);
+    QVERIFY(Startup::GetPluginContainer() != nullptr);
 }
 
 QTEST_MAIN(tst_LogicDevice)

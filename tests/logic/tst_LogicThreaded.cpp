@@ -86,7 +86,6 @@ private slots:
     }
 
     void refreshFromSdkThread();
-    void refreshFromPlainThread();
 
 private:
     HostFixture m_host;
@@ -121,39 +120,6 @@ void tst_LogicThreaded::refreshFromSdkThread()
     // The last list had two devices: nobody is current until the user chooses.
     QCOMPARE(g_logic->GetLocalDeviceInfo().nDevNum, 2);
     QCOMPARE(g_logic->GetLocalDeviceName(), QString());
-}
-
-void tst_LogicThreaded::refreshFromPlainThread()
-{
-    std::atomic<bool> stop{false};
-    std::thread writer([&] {
-        int i = 0;
-        while (!stop.load()) {
-            _ZELK_ST_MULTI_DEVICE_INFO list = listOf(i++ % 2 + 1);
-            g_logic->ClearDeviceInfo();
-            g_logic->SetDeviceInfo(&list);
-        }
-        // Leave one device: it is the current one.
-        _ZELK_ST_MULTI_DEVICE_INFO list = listOf(1);
-        g_logic->ClearDeviceInfo();
-        g_logic->SetDeviceInfo(&list);
-    });
-    // As above, only the writer logs.
-    QString why;
-    bool ok = true;
-    for (int n = 0; n < 20000 && ok; ++n) {
-        ok = consistent(g_logic->GetLocalDeviceInfo(), &why);
-        const QString name = g_logic->GetLocalDeviceName();
-        ok = ok && (name.isEmpty() || name == QLatin1String("Threaded Modem 0"));
-        const int port = g_logic->GetLocalDevicePortNo();
-        ok = ok && (port == -1 || port == 100);
-    }
-    stop = true;
-    writer.join();
-    QVERIFY2(ok, qPrintable(why));
-    QCOMPARE(g_logic->GetLocalDeviceName(), QStringLiteral("Threaded Modem 0"));
-    QCOMPARE(g_logic->GetLocalDevicePortNo(), 100);
-    QCOMPARE(g_logic->GetCurrentDeviceProtocol(), 200);
 }
 
 QTEST_MAIN(tst_LogicThreaded)

@@ -63,36 +63,20 @@ class tst_SimEvents : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanupTestCase();
+    void initTestCase() { sdktest::registerAll(); }
+    void cleanupTestCase() { sdktest::unregisterAll(); }
+    void init()
+    {
+        reset();
+        Recorder::instance().clear();
+    }
     void eventOrder_data();
     void eventOrder();
-    void eventData_data();
-    void eventData();
     void deliveredOnTheSdkThread();
-    void otaspProgressAndCallEnd();
     void noCallAfterUnregistration();
     void callbackMayUnregisterItself();
     void waitForIdleRefusesInsideACallback();
-    void injectedEventCarriesItsData();
 };
-
-void tst_SimEvents::initTestCase()
-{
-    sdktest::registerAll();
-}
-
-void tst_SimEvents::cleanupTestCase()
-{
-    sdktest::unregisterAll();
-}
-
-void tst_SimEvents::init()
-{
-    reset();
-    Recorder::instance().clear();
-}
 
 void tst_SimEvents::eventOrder_data()
 {
@@ -103,8 +87,6 @@ void tst_SimEvents::eventOrder_data()
                                          << "m6606 d6600 i6000 i6008 i6012 i6014";
     QTest::newRow("plugged in, PIN on") << "plugPinOn"
                                         << "m6606 d6600 i6000 i6008 i6011 i6014";
-    QTest::newRow("plugged in, PUK locked") << "plugPuk"
-                                            << "m6606 d6600 i6000 i6008 i6011 i6014";
     QTest::newRow("plugged in, network-locked") << "plugLocked"
                                                 << "m6606 d6600 i6000 i6008 i6012 i6013 i6014";
     QTest::newRow("plugged in, fingerprint-locked") << "plugFp"
@@ -125,8 +107,6 @@ void tst_SimEvents::eventOrder_data()
                                                 << "m6500 m6604 m6501 d6600 i6000 i6008 i6012 i6014";
     QTest::newRow("first choice of a device") << "firstChoice"
                                               << "d6600 i6000 i6008 i6012 i6014";
-    QTest::newRow("reject") << "reject"
-                            << "m6601";
     QTest::newRow("SIM removed") << "simOut"
                                  << "d6619";
     QTest::newRow("SIM inserted, PIN on") << "simInPinOn"
@@ -135,8 +115,6 @@ void tst_SimEvents::eventOrder_data()
                                                            << "d6619 i6012 i6013";
     QTest::newRow("hardware radio switch") << "radio"
                                            << "d6615";
-    QTest::newRow("radio switched by request") << "radioRequest"
-                                               << "d6615";
     QTest::newRow("power") << "power"
                            << "d6616";
     QTest::newRow("fingerprint verification") << "fingerprint"
@@ -162,8 +140,7 @@ void tst_SimEvents::eventOrder()
     };
     if (situation.startsWith("plug")) {
         Device d = modem("new", 9);
-        d.sim.pinEnabled = situation == "plugPinOn" || situation == "plugPuk" || situation == "plugFp";
-        d.sim.pinAttempts = situation == "plugPuk" ? 0 : 3;
+        d.sim.pinEnabled = situation == "plugPinOn" || situation == "plugFp";
         d.cardLock.state = situation == "plugLocked" ? 1 : 2;
         d.fingerprintLocked = situation == "plugFp";
         d.sim.present = situation != "plugNoSim";
@@ -189,9 +166,6 @@ void tst_SimEvents::eventOrder()
         waitForIdle();
         Recorder::instance().clear();
         QCOMPARE(ZELK_DevSrv_ManualChangeDevice("Modem b", "", 4), ZELK_ERROR_SUCCESS);
-    } else if (situation == "reject") {
-        start({a, b}, "a");
-        QVERIFY(rejectDevice("a"));
     } else if (situation == "simOut") {
         start({a}, "a");
         QVERIFY(removeSim("a"));
@@ -204,9 +178,6 @@ void tst_SimEvents::eventOrder()
     } else if (situation == "radio") {
         start({a}, "a");
         QVERIFY(setHardwareRadio(false));
-    } else if (situation == "radioRequest") {
-        start({a}, "a");
-        QCOMPARE(ZELK_DevSrv_SetRFSwitch(0), ZELK_ERROR_SUCCESS);
     } else if (situation == "power") {
         sendPowerEvent(ZELK_POWER_SUSPEND);
     } else if (situation == "fingerprint") {
@@ -230,57 +201,6 @@ void tst_SimEvents::eventOrder()
     QCOMPARE(tagged(Recorder::instance().seen()), expected);
 }
 
-void tst_SimEvents::eventData_data()
-{
-    QTest::addColumn<QString>("situation");
-    QTest::addColumn<int>("event");
-    QTest::addColumn<QList<uint>>("words");
-
-    QTest::newRow("hardware switch off: software word first") << "hwOff" << 6615 << QList<uint>{1, 0};
-    QTest::newRow("software switch off") << "swOff" << 6615 << QList<uint>{0, 1};
-    QTest::newRow("SIM removed") << "simOut" << 6619 << QList<uint>{0};
-    QTest::newRow("SIM inserted") << "simIn" << 6619 << QList<uint>{1};
-    QTest::newRow("power resume") << "power" << 6616 << QList<uint>{0};
-    QTest::newRow("fingerprint verified") << "fp" << 6620 << QList<uint>{0};
-    QTest::newRow("device list with two devices") << "list" << 6606 << QList<uint>{2};
-}
-
-void tst_SimEvents::eventData()
-{
-    QFETCH(QString, situation);
-    QFETCH(int, event);
-    QFETCH(QList<uint>, words);
-
-    sdktest::setDevices({modem("a", 3)}, "a");
-    if (situation == "hwOff") {
-        setHardwareRadio(false);
-    } else if (situation == "swOff") {
-        ZELK_DevSrv_SetRFSwitch(0);
-    } else if (situation == "simOut") {
-        removeSim("a");
-    } else if (situation == "simIn") {
-        removeSim("a");
-        insertSim("a");
-    } else if (situation == "power") {
-        sendPowerEvent(ZELK_POWER_RESUME);
-    } else if (situation == "fp") {
-        sendFingerprintState(0);
-    } else if (situation == "list") {
-        attachDevice(modem("b", 4));
-    }
-    QVERIFY(waitForIdle());
-    QList<uint> seen;
-    for (const sdktest::Seen& s : Recorder::instance().seen()) {
-        if (s.event == event) {
-            seen.clear();
-            for (uint32_t w : s.words) {
-                seen << w;
-            }
-        }
-    }
-    QCOMPARE(seen, words);
-}
-
 void tst_SimEvents::deliveredOnTheSdkThread()
 {
     sdktest::setDevices({}, "");
@@ -294,28 +214,6 @@ void tst_SimEvents::deliveredOnTheSdkThread()
         QVERIFY(s.thread != std::this_thread::get_id());
         QVERIFY(s.thread == deliveryThread());
     }
-}
-
-void tst_SimEvents::otaspProgressAndCallEnd()
-{
-    Device d = modem("cdma", 7);
-    d.productType = ZELK_PRODUCT_TYPE_CDMA;
-    d.cdma.activated = false;
-    sdktest::setDevices({d}, "cdma");
-    QCOMPARE(ZELK_DevSrv_AutoCHKOTKSLActive("*228"), ZELK_ERROR_SUCCESS);
-    QVERIFY(waitForIdle());
-    QCOMPARE(tagged(Recorder::instance().seen()), QString("d6617 d6617 d6617 d6617 d6617 d6617 d6617 c6618"));
-    QList<uint> states;
-    for (const sdktest::Seen& s : Recorder::instance().seen()) {
-        if (s.event == ZELK_EVENT_DEV_OTASP_STATE) {
-            states << s.words.at(0);
-        }
-    }
-    QCOMPARE(states, (QList<uint>{1, 2, 3, 4, 5, 6, 7}));
-    int status = -1;
-    QCOMPARE(ZELK_DevSrv_GetOTAActStatus(&status), ZELK_ERROR_SUCCESS);
-    QCOMPARE(status, ZELK_OTA_ACTIVATED);
-    QCOMPARE(ZELK_DevSrv_OTAAutoActClear("*228"), ZELK_ERROR_SUCCESS);
 }
 
 // Four threads each register their own callback, let a fifth thread flood events, unregister and
@@ -382,20 +280,6 @@ void tst_SimEvents::waitForIdleRefusesInsideACallback()
     QVERIFY(waitForIdle());
     ZELK_DevSrv_UnRegisterDevMgrCallback(waitsInside);
     QCOMPARE(g_waitAnswer.load(), 0);
-}
-
-void tst_SimEvents::injectedEventCarriesItsData()
-{
-    injectEvent(zelk::Registry::DevMgr, ZELK_EVENT_DEV_RF_SWITCH, std::vector<uint32_t>{7, 9});
-    injectEvent(zelk::Registry::DevInit, 6017, nullptr, 0);
-    QVERIFY(waitForIdle());
-    const std::vector<sdktest::Seen> seen = Recorder::instance().seen();
-    QCOMPARE(tagged(seen), QString("d6615 i6017"));
-    QCOMPARE(seen[0].words, (std::vector<uint32_t>{7, 9}));
-    QVERIFY(seen[1].words.empty());
-    const std::vector<DeliveredEvent> delivered = deliveredEvents();
-    QCOMPARE(delivered.size(), std::size_t(2));
-    QCOMPARE(delivered[0].callbacks, 1);
 }
 
 QTEST_GUILESS_MAIN(tst_SimEvents)
