@@ -38,212 +38,180 @@ class tst_HostContainer : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase()
+    {
+        m_host.init();
+        HostFramework::setPluginLibraryPath(QStringLiteral(HOSTFW_TEST_PLUGIN_ROOT));
+        // A damaged install: a file of the right name that is no shared library.
+        QDir().mkpath(QStringLiteral(HOSTFW_TEST_PLUGIN_ROOT "/plugins/FixtureGarbage"));
+        QFile garbage(QStringLiteral(HOSTFW_TEST_PLUGIN_ROOT "/plugins/FixtureGarbage/libFixtureGarbage.so"));
+        QVERIFY(garbage.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        garbage.write("this is not an ELF file\n");
+    }
     void init()
     {
         m_host.beginTest();
         clearFixtureEvents();
     }
-    void cleanup();
-    void cleanupTestCase();
+    void cleanup()
+    {
+        unloadEverything();
+        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
+    }
+    void cleanupTestCase()
+    {
+        m_host.shutdown();
+        HostFramework::setPluginLibraryPath(QString());
+    }
 
-    void lookupByClsidAndKind_data();
-    void lookupByClsidAndKind();
+    void lookupByClsidAndKind_data()
+    {
+        QTest::addColumn<QString>("clsid");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QByteArray>("iid"); // empty: the lookup must fail
 
-    void loadAndUnloadFixturePlugin();
-    void refusedLibraries_data();
-    void refusedLibraries();
+        QTest::newRow("notification service")
+            << NOTIFY_PLUGIN_CLSID << int(NOTIFY_PLUGIN_ID) << QByteArray(INotifyService_iid);
+        QTest::newRow("main frame") << MAINFRAME_PLUGIN_CLSID << int(MAINFRAME_PLUGIN_ID)
+                                    << QByteArray(IMainFrameUIService_iid);
+        QTest::newRow("right clsid, wrong kind")
+            << NOTIFY_PLUGIN_CLSID << int(DIALUP_PLUGIN_ID) << QByteArray();
+        QTest::newRow("lower-case groups upper-cased")
+            << QStringLiteral(MAINFRAME_PLUGIN_CLSID).toUpper() << int(MAINFRAME_PLUGIN_ID) << QByteArray();
+        QTest::newRow("empty clsid") << QString() << int(NOTIFY_PLUGIN_ID) << QByteArray();
+    }
+    void lookupByClsidAndKind()
+    {
+        QFETCH(QString, clsid);
+        QFETCH(int, kind);
+        QFETCH(QByteArray, iid);
 
-    void pluginSets_data();
-    void pluginSets();
+        IPluginContainer* container = Startup::GetPluginContainer();
+        QVERIFY(container);
+        // Every lookup leaves a trace in the log, found or not.
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("GetPlugin")));
+        QObject* plugin = container->GetPlugin(clsid, kind);
+        if (iid.isEmpty()) {
+            QVERIFY(!plugin);
+            return;
+        }
+        QVERIFY(plugin);
+        QVERIFY2(plugin->qt_metacast(iid.constData()), iid.constData());
+    }
+
+    void loadAndUnloadFixturePlugin()
+    {
+        PluginContainer* container = HostFramework::container();
+        QSignalSpy loaded(container, &PluginContainer::pluginLoaded);
+        QSignalSpy unloaded(container, &PluginContainer::pluginUnloaded);
+
+        QPointer<QObject> root = container->LoadPlugin(QStringLiteral("FixtureAlpha"));
+        QVERIFY2(root, qPrintable(container->lastError()));
+        auto* ui = qobject_cast<IUIPlugin*>(root.data());
+        QVERIFY(ui);
+        QCOMPARE(loaded.count(), 1);
+        // A plugin with a class identifier can be looked up like the host's services.
+        QCOMPARE(container->GetPlugin(QString::fromLatin1(kAlphaClsid), kAlphaKind), root.data());
+        // The container leaves Init to the host.
+        QVERIFY(!fixtureEvents().contains(QStringLiteral("FixtureAlpha:Init")));
+        // Loading what is loaded hands back the same object.
+        QCOMPARE(container->LoadPlugin(QStringLiteral("FixtureAlpha")), root.data());
+
+        QVERIFY(container->UnloadPlugin(QStringLiteral("FixtureAlpha")));
+        QVERIFY(!root);
+        QCOMPARE(fixtureEvents(), QStringList({"FixtureAlpha:OnDestroy", "FixtureAlpha:deleted"}));
+        QCOMPARE(unloaded.count(), 1);
+        QVERIFY(!container->GetPlugin(QString::fromLatin1(kAlphaClsid), kAlphaKind));
+        QVERIFY(!container->UnloadPlugin(QStringLiteral("FixtureAlpha")));
+    }
+    void refusedLibraries_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("error");
+
+        QTest::newRow("no such plugin") << "NoSuchPlugin"
+                                        << "no plugin library at";
+        QTest::newRow("wrong verification text") << "FixtureBadVerification"
+                                                 << "verification data does not start";
+        QTest::newRow("not a shared library") << "FixtureGarbage"
+                                              << "cannot load";
+        QTest::newRow("path outside the plugin folder") << "../FixtureAlpha"
+                                                        << "invalid plugin name";
+        QTest::newRow("empty name") << ""
+                                    << "invalid plugin name";
+    }
+    void refusedLibraries()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, error);
+
+        PluginContainer* container = HostFramework::container();
+        QSignalSpy loaded(container, &PluginContainer::pluginLoaded);
+        QVERIFY(!container->LoadPlugin(name));
+        QVERIFY2(container->lastError().contains(error), qPrintable(container->lastError()));
+        QVERIFY(container->loadedPluginNames().isEmpty());
+        QCOMPARE(loaded.count(), 0);
+    }
+
+    void pluginSets_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("configured"); // empty: no set for the key
+        QTest::addColumn<bool>("changed");
+        QTest::addColumn<QStringList>("newPlugins");
+        QTest::addColumn<QStringList>("replaced");
+
+        // The host starts with FixtureAlpha and FixtureBeta loaded, the default set.
+        QTest::newRow("smaller set for an IMSI")
+            << "IMSI262011234567890"
+            << "FixtureBeta" << true << QStringList{"FixtureBeta"} << QStringList{"FixtureBeta"};
+        QTest::newRow("GID set with a plugin not loaded")
+            << "GIDGroupA"
+            << "FixtureBeta,FixtureGamma" << true << QStringList{"FixtureBeta", "FixtureGamma"}
+            << QStringList{"FixtureBeta"};
+    }
+    void pluginSets()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, configured);
+        QFETCH(bool, changed);
+        QFETCH(QStringList, newPlugins);
+        QFETCH(QStringList, replaced);
+
+        m_host.setSetting(QStringLiteral("pluginsets"), QStringLiteral("default"),
+                          QStringLiteral("FixtureAlpha,FixtureBeta"));
+        if (!configured.isEmpty())
+            m_host.setSetting(QStringLiteral("pluginsets"), key, configured);
+        restartHost(); // a fresh container starts from the default set
+        PluginContainer* container = HostFramework::container();
+        QVERIFY(container->LoadPlugin(QStringLiteral("FixtureAlpha")));
+        QVERIFY(container->LoadPlugin(QStringLiteral("FixtureBeta")));
+
+        QCOMPARE(container->IsPluginSetChanged(key), changed);
+        QStringList gotNew{"stale"};
+        QStringList gotReplaced{"stale"};
+        container->GetReloadPluginLists(key, gotNew, gotReplaced);
+        QCOMPARE(gotNew, newPlugins);
+        QCOMPARE(gotReplaced, replaced);
+        // Once the lists were handed out the set is the current one.
+        QVERIFY(!container->IsPluginSetChanged(key));
+        QCOMPARE(container->currentPluginSet(), newPlugins);
+    }
 
 private:
-    void restartHost();
-    void unloadEverything();
+    void restartHost()
+    {
+        HostFramework::destroyHost();
+        HostFramework::createHost(m_host.mainWindow());
+    }
+    void unloadEverything()
+    {
+        if (PluginContainer* c = HostFramework::container())
+            c->unloadAll();
+    }
 
     HostFixture m_host;
 };
-
-void tst_HostContainer::initTestCase()
-{
-    m_host.init();
-    HostFramework::setPluginLibraryPath(QStringLiteral(HOSTFW_TEST_PLUGIN_ROOT));
-    // A damaged install: a file of the right name that is no shared library.
-    QDir().mkpath(QStringLiteral(HOSTFW_TEST_PLUGIN_ROOT "/plugins/FixtureGarbage"));
-    QFile garbage(QStringLiteral(HOSTFW_TEST_PLUGIN_ROOT "/plugins/FixtureGarbage/libFixtureGarbage.so"));
-    QVERIFY(garbage.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    garbage.write("this is not an ELF file\n");
-}
-
-void tst_HostContainer::cleanup()
-{
-    unloadEverything();
-    QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
-}
-
-void tst_HostContainer::cleanupTestCase()
-{
-    m_host.shutdown();
-    HostFramework::setPluginLibraryPath(QString());
-}
-
-void tst_HostContainer::restartHost()
-{
-    HostFramework::destroyHost();
-    HostFramework::createHost(m_host.mainWindow());
-}
-
-void tst_HostContainer::unloadEverything()
-{
-    if (PluginContainer* c = HostFramework::container())
-        c->unloadAll();
-}
-
-void tst_HostContainer::lookupByClsidAndKind_data()
-{
-    QTest::addColumn<QString>("clsid");
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QByteArray>("iid"); // empty: the lookup must fail
-
-    QTest::newRow("notification service")
-        << NOTIFY_PLUGIN_CLSID << int(NOTIFY_PLUGIN_ID) << QByteArray(INotifyService_iid);
-    QTest::newRow("main frame") << MAINFRAME_PLUGIN_CLSID << int(MAINFRAME_PLUGIN_ID)
-                                << QByteArray(IMainFrameUIService_iid);
-    QTest::newRow("mini frame") << MINIFRAME_PLUGIN_CLSID << int(MINIFRAME_PLUGIN_ID)
-                                << QByteArray(IMiniFrameUIService_iid);
-    QTest::newRow("right clsid, wrong kind") << NOTIFY_PLUGIN_CLSID << int(DIALUP_PLUGIN_ID) << QByteArray();
-    QTest::newRow("lower-case groups upper-cased")
-        << QStringLiteral(MAINFRAME_PLUGIN_CLSID).toUpper() << int(MAINFRAME_PLUGIN_ID) << QByteArray();
-    QTest::newRow("empty clsid") << QString() << int(NOTIFY_PLUGIN_ID) << QByteArray();
-}
-
-void tst_HostContainer::lookupByClsidAndKind()
-{
-    QFETCH(QString, clsid);
-    QFETCH(int, kind);
-    QFETCH(QByteArray, iid);
-
-    IPluginContainer* container = Startup::GetPluginContainer();
-    QVERIFY(container);
-    // Every lookup leaves a trace in the log, found or not.
-    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("GetPlugin")));
-    QObject* plugin = container->GetPlugin(clsid, kind);
-    if (iid.isEmpty()) {
-        QVERIFY(!plugin);
-        return;
-    }
-    QVERIFY(plugin);
-    QVERIFY2(plugin->qt_metacast(iid.constData()), iid.constData());
-}
-
-void tst_HostContainer::loadAndUnloadFixturePlugin()
-{
-    PluginContainer* container = HostFramework::container();
-    QSignalSpy loaded(container, &PluginContainer::pluginLoaded);
-    QSignalSpy unloaded(container, &PluginContainer::pluginUnloaded);
-
-    QPointer<QObject> root = container->LoadPlugin(QStringLiteral("FixtureAlpha"));
-    QVERIFY2(root, qPrintable(container->lastError()));
-    auto* ui = qobject_cast<IUIPlugin*>(root.data());
-    QVERIFY(ui);
-    QCOMPARE(loaded.count(), 1);
-    // A plugin with a class identifier can be looked up like the host's services.
-    QCOMPARE(container->GetPlugin(QString::fromLatin1(kAlphaClsid), kAlphaKind), root.data());
-    // The container leaves Init to the host.
-    QVERIFY(!fixtureEvents().contains(QStringLiteral("FixtureAlpha:Init")));
-    // Loading what is loaded hands back the same object.
-    QCOMPARE(container->LoadPlugin(QStringLiteral("FixtureAlpha")), root.data());
-
-    QVERIFY(container->UnloadPlugin(QStringLiteral("FixtureAlpha")));
-    QVERIFY(!root);
-    QCOMPARE(fixtureEvents(), QStringList({"FixtureAlpha:OnDestroy", "FixtureAlpha:deleted"}));
-    QCOMPARE(unloaded.count(), 1);
-    QVERIFY(!container->GetPlugin(QString::fromLatin1(kAlphaClsid), kAlphaKind));
-    QVERIFY(!container->UnloadPlugin(QStringLiteral("FixtureAlpha")));
-}
-
-void tst_HostContainer::refusedLibraries_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("error");
-
-    QTest::newRow("no such plugin") << "NoSuchPlugin"
-                                    << "no plugin library at";
-    QTest::newRow("wrong verification text") << "FixtureBadVerification"
-                                             << "verification data does not start";
-    QTest::newRow("not a shared library") << "FixtureGarbage"
-                                          << "cannot load";
-    QTest::newRow("path outside the plugin folder") << "../FixtureAlpha"
-                                                    << "invalid plugin name";
-    QTest::newRow("empty name") << ""
-                                << "invalid plugin name";
-}
-
-void tst_HostContainer::refusedLibraries()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, error);
-
-    PluginContainer* container = HostFramework::container();
-    QSignalSpy loaded(container, &PluginContainer::pluginLoaded);
-    QVERIFY(!container->LoadPlugin(name));
-    QVERIFY2(container->lastError().contains(error), qPrintable(container->lastError()));
-    QVERIFY(container->loadedPluginNames().isEmpty());
-    QCOMPARE(loaded.count(), 0);
-}
-
-void tst_HostContainer::pluginSets_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("configured"); // empty: no set for the key
-    QTest::addColumn<bool>("changed");
-    QTest::addColumn<QStringList>("newPlugins");
-    QTest::addColumn<QStringList>("replaced");
-
-    // The host starts with FixtureAlpha and FixtureBeta loaded, the default set.
-    QTest::newRow("same set, other order and spaces")
-        << "DeviceTwo"
-        << " FixtureBeta , FixtureAlpha" << false << QStringList{"FixtureBeta", "FixtureAlpha"}
-        << QStringList{"FixtureBeta", "FixtureAlpha"};
-    QTest::newRow("smaller set for an IMSI")
-        << "IMSI262011234567890"
-        << "FixtureBeta" << true << QStringList{"FixtureBeta"} << QStringList{"FixtureBeta"};
-    QTest::newRow("GID set with a plugin not loaded")
-        << "GIDGroupA"
-        << "FixtureBeta,FixtureGamma" << true << QStringList{"FixtureBeta", "FixtureGamma"}
-        << QStringList{"FixtureBeta"};
-    QTest::newRow("key without a set keeps the current one")
-        << "UnknownDevice" << QString() << false << QStringList{"FixtureAlpha", "FixtureBeta"}
-        << QStringList{"FixtureAlpha", "FixtureBeta"};
-}
-
-void tst_HostContainer::pluginSets()
-{
-    QFETCH(QString, key);
-    QFETCH(QString, configured);
-    QFETCH(bool, changed);
-    QFETCH(QStringList, newPlugins);
-    QFETCH(QStringList, replaced);
-
-    m_host.setSetting(QStringLiteral("pluginsets"), QStringLiteral("default"),
-                      QStringLiteral("FixtureAlpha,FixtureBeta"));
-    if (!configured.isEmpty())
-        m_host.setSetting(QStringLiteral("pluginsets"), key, configured);
-    restartHost(); // a fresh container starts from the default set
-    PluginContainer* container = HostFramework::container();
-    QVERIFY(container->LoadPlugin(QStringLiteral("FixtureAlpha")));
-    QVERIFY(container->LoadPlugin(QStringLiteral("FixtureBeta")));
-
-    QCOMPARE(container->IsPluginSetChanged(key), changed);
-    QStringList gotNew{"stale"};
-    QStringList gotReplaced{"stale"};
-    container->GetReloadPluginLists(key, gotNew, gotReplaced);
-    QCOMPARE(gotNew, newPlugins);
-    QCOMPARE(gotReplaced, replaced);
-    // Once the lists were handed out the set is the current one.
-    QVERIFY(!container->IsPluginSetChanged(key));
-    QCOMPARE(container->currentPluginSet(), newPlugins);
-}
 
 QTEST_MAIN(tst_HostContainer)
 #include "tst_hostcontainer.moc"

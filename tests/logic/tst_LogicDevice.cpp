@@ -84,363 +84,329 @@ private slots:
         m_host.shutdown();
     }
 
-    void setDeviceInfoCounts_data();
-    void setDeviceInfoCounts();
-    void setDeviceInfoNull();
-    void setDeviceInfoStaysInsideTheRecord();
-    void getDeviceInfo();
+    void setDeviceInfoCounts_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<int>("storedCount");
+        QTest::addColumn<int>("copied");     // entries expected in the stored list
+        QTest::addColumn<bool>("takesOver"); // the lone device becomes the current one
+        QTest::newRow("none") << 0 << 0 << 0 << false;
+        QTest::newRow("one") << 1 << 1 << 1 << true;
+        QTest::newRow("64") << 64 << 64 << 64 << false;
+        // Refused whole: the list from before stays.
+        QTest::newRow("65") << 65 << 3 << 3 << false;
+        QTest::newRow("negative") << -5 << -5 << 0 << false;
+    }
+    void setDeviceInfoCounts()
+    {
+        QFETCH(int, count);
+        QFETCH(int, storedCount);
+        QFETCH(int, copied);
+        QFETCH(bool, takesOver);
 
-    void selectSameDevice();
-    void selectOtherDevice_data();
-    void selectOtherDevice();
-    void selectRefused();
-    void selectUnterminatedName();
+        // What was there before: a current device and a list of three other devices.
+        m_logic->ClearDeviceInfo();
+        auto current = makeList(1);
+        qstrcpy(current->stDevInfo[0].szName, "Previous");
+        current->stDevInfo[0].nPort = 99;
+        current->stDevInfo[0].nProtocol = 98;
+        m_logic->SetDeviceInfo(current.get());
+        auto before = makeList(3);
+        for (int i = 0; i < 3; ++i)
+            qsnprintf(before->stDevInfo[i].szName, 128, "Old %d", i);
+        m_logic->SetDeviceInfo(before.get());
 
-    void systemDevStatus_data();
-    void systemDevStatus();
-    void simStatus_data();
-    void simStatus();
-    void deviceNameAndPort_data();
-    void deviceNameAndPort();
+        // Entries past the count carry data too: none of it may be copied.
+        auto list = makeList(count, MAX_DEVICE_COUNT);
+        m_logic->SetDeviceInfo(list.get());
 
-    void interruptServersWithoutContainer();
+        const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
+        QCOMPARE(stored.nDevNum, storedCount);
+        const bool refused = count > MAX_DEVICE_COUNT;
+        for (int i = 0; i < MAX_DEVICE_COUNT; ++i) {
+            const QString name = QString::fromLatin1(stored.stDevInfo[i].szName);
+            if (i < copied && !refused) {
+                QCOMPARE(name, QStringLiteral("Modem %1").arg(i));
+                QCOMPARE(stored.stDevInfo[i].nPort, 10 + i);
+                QCOMPARE(stored.stDevInfo[i].nProtocol, 20 + i);
+            } else if (i < 3) {
+                QCOMPARE(name, QStringLiteral("Old %1").arg(i));
+            } else {
+                QVERIFY2(name.isEmpty(), qPrintable(name));
+            }
+        }
+        if (takesOver) {
+            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
+            QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
+            QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
+        } else {
+            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Previous"));
+            QCOMPARE(m_logic->GetLocalDevicePortNo(), 99);
+            QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 98);
+        }
+    }
+    void setDeviceInfoNull()
+    {
+        m_logic->SetDeviceInfo(makeList(1).get());
+        m_logic->SetDeviceInfo(nullptr);
+        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 1);
+        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
+    }
+    void setDeviceInfoStaysInsideTheRecord()
+    {
+        // An SDK may hand over a record that holds only the listed entries, with names that fill their
+        // field: anything read past them is outside the heap block (an AddressSanitizer error). The block
+        // is written byte-wise, as such an SDK would fill it.
+        const std::size_t size =
+            offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + 2 * sizeof(_ZELK_ST_DEVICE_INFO);
+        auto* bytes = static_cast<unsigned char*>(std::malloc(size));
+        QVERIFY(bytes);
+        std::memset(bytes, 'Q', size);
+        const int two = 2;
+        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, nDevNum), &two, sizeof two);
+        for (int i = 0; i < 2; ++i) {
+            const int port = i + 1;
+            std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) +
+                            i * sizeof(_ZELK_ST_DEVICE_INFO) + offsetof(_ZELK_ST_DEVICE_INFO, nPort),
+                        &port, sizeof port);
+        }
+        m_logic->SetDeviceInfo(reinterpret_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(bytes));
+        std::free(bytes);
+        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 2);
+        QCOMPARE(m_logic->GetLocalDeviceInfo().stDevInfo[1].nPort, 2);
+        QCOMPARE(qstrlen(m_logic->GetLocalDeviceInfo().stDevInfo[1].szName), uint(ZELK_DEVICE_NAME_SIZE - 1));
+
+        // A full list whose last name ends where the heap block ends.
+        void* block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
+        QVERIFY(block);
+        std::memset(block, 0, sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
+        auto* list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
+        list->nDevNum = MAX_DEVICE_COUNT;
+        for (_ZELK_ST_DEVICE_INFO& device : list->stDevInfo)
+            std::memset(device.szName, 'N', sizeof(device.szName));
+        m_logic->SetDeviceInfo(list);
+        std::free(block);
+
+        const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
+        QCOMPARE(stored.nDevNum, MAX_DEVICE_COUNT);
+        const _ZELK_ST_DEVICE_INFO& last = stored.stDevInfo[MAX_DEVICE_COUNT - 1];
+        QCOMPARE(last.szName[ZELK_DEVICE_NAME_SIZE - 1], '\0');
+        QCOMPARE(QString::fromLatin1(last.szName), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('N')));
+
+        // The lone device of a list becomes the current one: its name is cut the same way.
+        block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
+        QVERIFY(block);
+        list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
+        std::memset(block, 'M', sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
+        list->nDevNum = 1;
+        list->stDevInfo[0].nPort = 4;
+        m_logic->SetDeviceInfo(list);
+        std::free(block);
+        QCOMPARE(m_logic->GetLocalDeviceName(), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('M')));
+        QCOMPARE(m_logic->GetLocalDevicePortNo(), 4);
+    }
+    void getDeviceInfo()
+    {
+        std::string error;
+        QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
+        sim::clearCalls();
+        const _ZELK_ST_MULTI_DEVICE_INFO list = m_logic->GetDeviceInfo();
+        QCOMPARE(callCount("ZELK_DevSrv_GetAvailableDeviceList"), 1);
+        sim::failNext("ZELK_DevSrv_GetAvailableDeviceList");
+        QCOMPARE(m_logic->GetDeviceInfo().nDevNum, 0);
+        QCOMPARE(list.nDevNum, 2);
+        QStringList names;
+        for (int i = 0; i < list.nDevNum; ++i)
+            names << QString::fromLocal8Bit(list.stDevInfo[i].szName);
+        names.sort();
+        QCOMPARE(names, QStringList({QStringLiteral("Second Modem"), QStringLiteral("USB Modem")}));
+    }
+
+    void selectSameDevice()
+    {
+        const sim::Device active = activeDevice();
+        HostFramework::dialupService()->setConnected(true);
+        sim::clearCalls();
+
+        QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port)), 0);
+        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 0);
+        QCOMPARE(HostFramework::dialupService()->disconnectCount(), 0);
+        QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
+    }
+    void selectOtherDevice_data()
+    {
+        QTest::addColumn<bool>("connected");
+        QTest::addColumn<int>("disconnects");
+        QTest::newRow("no connection") << false << 0;
+        QTest::newRow("connection up") << true << 1;
+    }
+    void selectOtherDevice()
+    {
+        QFETCH(bool, connected);
+        QFETCH(int, disconnects);
+        const std::string firstId = sim::activeDeviceId();
+        std::string error;
+        QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
+        QVERIFY(sim::selectDevice(firstId));
+        m_logic->ClearDeviceInfo();
+        m_logic->SetDeviceInfo(makeList(1).get()); // current port 10, protocol 20
+        HostFramework::dialupService()->setConnected(connected);
+        sim::clearCalls();
+
+        QCOMPARE(m_logic->SelectDevice(deviceRecord("Second Modem", 7, 2)), 0);
+        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
+        const sim::CallRecord record = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
+        QCOMPARE(record.args.size(), std::size_t(3));
+        // Texts appear quoted in the record.
+        QCOMPARE(record.args[0], std::string("\"Second Modem\""));
+        QCOMPARE(record.args[1], std::string("\"\""));
+        QCOMPARE(record.args[2], std::string("7"));
+        QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QStringLiteral("second"));
+        QCOMPARE(HostFramework::dialupService()->disconnectCount(), disconnects);
+        if (disconnects)
+            QCOMPARE(HostFramework::dialupService()->disconnectReasons(), QList<int>{0});
+        // The name follows at once; port and protocol come with the next list or status query.
+        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Second Modem"));
+        QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
+        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
+    }
+    void selectRefused()
+    {
+        const sim::Device active = activeDevice();
+        m_logic->ClearDeviceInfo();
+        m_logic->SetDeviceInfo(makeList(1).get());
+        sim::failNext("ZELK_DevSrv_ManualChangeDevice");
+
+        // Same name on another port is another device.
+        QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port + 1)), 1);
+        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
+        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
+        QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
+    }
+    void selectUnterminatedName()
+    {
+        _ZELK_ST_DEVICE_INFO record = deviceRecord("", 42);
+        std::memset(record.szName, 'Z', sizeof(record.szName));
+        sim::failNext("ZELK_DevSrv_ManualChangeDevice");
+        sim::clearCalls();
+        QCOMPARE(m_logic->SelectDevice(record), 1);
+        const sim::CallRecord call = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
+        QCOMPARE(call.args[0], '"' + std::string(ZELK_DEVICE_NAME_SIZE - 1, 'Z') + '"');
+    }
+
+    void systemDevStatus_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("failing"); // SDK function made to fail, or empty
+        QTest::addColumn<int>("expected");
+        QTest::addColumn<bool>("takesOver");
+        QTest::addColumn<int>("sdkCalls");
+        QTest::newRow("available") << 3 << QString() << 3 << true << 3;
+        QTest::newRow("initialising") << 2 << QString() << 2 << false << 3;
+        QTest::newRow("status fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevStatus") << 0 << false << 1;
+        QTest::newRow("port fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevicePort") << 0 << false << 3;
+    }
+    void systemDevStatus()
+    {
+        QFETCH(int, status);
+        QFETCH(QString, failing);
+        QFETCH(int, expected);
+        QFETCH(bool, takesOver);
+        QFETCH(int, sdkCalls);
+        QVERIFY(changeActiveDevice([&](sim::Device& d) {
+            d.status = status;
+            d.name = "A Modem With A Rather Long Name";
+            d.port = 5;
+        }));
+        m_logic->ClearDeviceInfo();
+        m_logic->SetDeviceInfo(makeList(1).get());
+        sim::clearCalls();
+        if (!failing.isEmpty())
+            sim::failNext(failing.toStdString());
+
+        QCOMPARE(m_logic->GetSystemDevStatus(), expected);
+        QCOMPARE(allCallCount(), sdkCalls);
+        if (takesOver) {
+            // The SDK hands out at most 23 characters of the name.
+            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("A Modem With A Rather L"));
+            QCOMPARE(m_logic->GetLocalDevicePortNo(), 5);
+        } else {
+            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
+            QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
+        }
+        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
+    }
+    void simStatus_data()
+    {
+        QTest::addColumn<uint>("status");
+        QTest::addColumn<bool>("fail");
+        QTest::addColumn<int>("simStatus");
+        QTest::addColumn<int>("valid");
+        QTest::newRow("0") << 0u << false << 0 << 0;
+        QTest::newRow("1") << 1u << false << 1 << 1;
+        QTest::newRow("255") << 255u << false << 255 << 0;
+        // A transient failure must not send the user to the SIM dialogs.
+        QTest::newRow("SDK fails") << 0u << true << 0 << 1;
+    }
+    void simStatus()
+    {
+        QFETCH(uint, status);
+        QFETCH(bool, fail);
+        QFETCH(int, simStatus);
+        QFETCH(int, valid);
+        QVERIFY(changeActiveDevice([&](sim::Device& d) { d.sim.status = status; }));
+        if (fail)
+            sim::failNext("ZELK_DevSrv_GetSimStatus", 2);
+        QCOMPARE(m_logic->GetSimStatus(), simStatus);
+        QCOMPARE(m_logic->isSimValid(), valid);
+    }
+    void deviceNameAndPort_data()
+    {
+        QTest::addColumn<QString>("failing");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("port");
+        QTest::newRow("answers") << QString() << QStringLiteral("Modem \u00e4 A") << 6;
+        QTest::newRow("name fails") << QStringLiteral("ZELK_DevSrv_GetDeviceName") << QString() << 6;
+        QTest::newRow("port fails") << QStringLiteral("ZELK_DevSrv_GetDevicePort")
+                                    << QStringLiteral("Modem \u00e4 A") << 0;
+    }
+    void deviceNameAndPort()
+    {
+        QFETCH(QString, failing);
+        QFETCH(QString, name);
+        QFETCH(int, port);
+        QVERIFY(changeActiveDevice([](sim::Device& d) {
+            d.name = QStringLiteral("Modem \u00e4 A").toLocal8Bit().toStdString();
+            d.port = 6;
+        }));
+        // The stored copy says otherwise: these ask the SDK.
+        m_logic->ClearDeviceInfo();
+        m_logic->SetDeviceInfo(makeList(1).get());
+        if (!failing.isEmpty())
+            sim::forceResult(failing.toStdString(), 2, ZELK_ERROR_FAILURE);
+        sim::clearCalls();
+
+        QCOMPARE(m_logic->GetDeviceName(), name);
+        QCOMPARE(m_logic->GetCurrentDeviceName(), name);
+        QCOMPARE(m_logic->GetCurrentDevicePortNo(), port);
+        QCOMPARE(callCount("ZELK_DevSrv_GetDeviceName"), 2);
+        QCOMPARE(callCount("ZELK_DevSrv_GetDevicePort"), 1);
+    }
+
+    void interruptServersWithoutContainer()
+    {
+        HostFramework::destroyHost();
+        QVERIFY(Startup::GetPluginContainer() == nullptr);
+        // Nothing to reach: the lookup is abandoned without a crash.
+        m_logic->InterruptServers();
+        HostFramework::createHost(nullptr, nullptr);
+        QVERIFY(Startup::GetPluginContainer() != nullptr);
+    }
 
 private:
     HostFixture m_host;
     DeviceMgrUILogic* m_logic = nullptr;
 };
-
-void tst_LogicDevice::setDeviceInfoCounts_data()
-{
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("storedCount");
-    QTest::addColumn<int>("copied");     // entries expected in the stored list
-    QTest::addColumn<bool>("takesOver"); // the lone device becomes the current one
-    QTest::newRow("none") << 0 << 0 << 0 << false;
-    QTest::newRow("one") << 1 << 1 << 1 << true;
-    QTest::newRow("64") << 64 << 64 << 64 << false;
-    // Refused whole: the list from before stays.
-    QTest::newRow("65") << 65 << 3 << 3 << false;
-    QTest::newRow("negative") << -5 << -5 << 0 << false;
-}
-
-void tst_LogicDevice::setDeviceInfoCounts()
-{
-    QFETCH(int, count);
-    QFETCH(int, storedCount);
-    QFETCH(int, copied);
-    QFETCH(bool, takesOver);
-
-    // What was there before: a current device and a list of three other devices.
-    m_logic->ClearDeviceInfo();
-    auto current = makeList(1);
-    qstrcpy(current->stDevInfo[0].szName, "Previous");
-    current->stDevInfo[0].nPort = 99;
-    current->stDevInfo[0].nProtocol = 98;
-    m_logic->SetDeviceInfo(current.get());
-    auto before = makeList(3);
-    for (int i = 0; i < 3; ++i)
-        qsnprintf(before->stDevInfo[i].szName, 128, "Old %d", i);
-    m_logic->SetDeviceInfo(before.get());
-
-    // Entries past the count carry data too: none of it may be copied.
-    auto list = makeList(count, MAX_DEVICE_COUNT);
-    m_logic->SetDeviceInfo(list.get());
-
-    const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-    QCOMPARE(stored.nDevNum, storedCount);
-    const bool refused = count > MAX_DEVICE_COUNT;
-    for (int i = 0; i < MAX_DEVICE_COUNT; ++i) {
-        const QString name = QString::fromLatin1(stored.stDevInfo[i].szName);
-        if (i < copied && !refused) {
-            QCOMPARE(name, QStringLiteral("Modem %1").arg(i));
-            QCOMPARE(stored.stDevInfo[i].nPort, 10 + i);
-            QCOMPARE(stored.stDevInfo[i].nProtocol, 20 + i);
-        } else if (i < 3) {
-            QCOMPARE(name, QStringLiteral("Old %1").arg(i));
-        } else {
-            QVERIFY2(name.isEmpty(), qPrintable(name));
-        }
-    }
-    if (takesOver) {
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-        QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
-    } else {
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Previous"));
-        QCOMPARE(m_logic->GetLocalDevicePortNo(), 99);
-        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 98);
-    }
-}
-
-void tst_LogicDevice::setDeviceInfoNull()
-{
-    m_logic->SetDeviceInfo(makeList(1).get());
-    m_logic->SetDeviceInfo(nullptr);
-    QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 1);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-}
-
-void tst_LogicDevice::setDeviceInfoStaysInsideTheRecord()
-{
-    // An SDK may hand over a record that holds only the listed entries, with names that fill their
-    // field: anything read past them is outside the heap block (an AddressSanitizer error). The block
-    // is written byte-wise, as such an SDK would fill it.
-    const std::size_t size =
-        offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + 2 * sizeof(_ZELK_ST_DEVICE_INFO);
-    auto* bytes = static_cast<unsigned char*>(std::malloc(size));
-    QVERIFY(bytes);
-    std::memset(bytes, 'Q', size);
-    const int two = 2;
-    std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, nDevNum), &two, sizeof two);
-    for (int i = 0; i < 2; ++i) {
-        const int port = i + 1;
-        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) +
-                        i * sizeof(_ZELK_ST_DEVICE_INFO) + offsetof(_ZELK_ST_DEVICE_INFO, nPort),
-                    &port, sizeof port);
-    }
-    m_logic->SetDeviceInfo(reinterpret_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(bytes));
-    std::free(bytes);
-    QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 2);
-    QCOMPARE(m_logic->GetLocalDeviceInfo().stDevInfo[1].nPort, 2);
-    QCOMPARE(qstrlen(m_logic->GetLocalDeviceInfo().stDevInfo[1].szName), uint(ZELK_DEVICE_NAME_SIZE - 1));
-
-    // A full list whose last name ends where the heap block ends.
-    void* block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-    QVERIFY(block);
-    std::memset(block, 0, sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-    auto* list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-    list->nDevNum = MAX_DEVICE_COUNT;
-    for (_ZELK_ST_DEVICE_INFO& device : list->stDevInfo)
-        std::memset(device.szName, 'N', sizeof(device.szName));
-    m_logic->SetDeviceInfo(list);
-    std::free(block);
-
-    const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-    QCOMPARE(stored.nDevNum, MAX_DEVICE_COUNT);
-    const _ZELK_ST_DEVICE_INFO& last = stored.stDevInfo[MAX_DEVICE_COUNT - 1];
-    QCOMPARE(last.szName[ZELK_DEVICE_NAME_SIZE - 1], '\0');
-    QCOMPARE(QString::fromLatin1(last.szName), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('N')));
-
-    // The lone device of a list becomes the current one: its name is cut the same way.
-    block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-    QVERIFY(block);
-    list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-    std::memset(block, 'M', sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-    list->nDevNum = 1;
-    list->stDevInfo[0].nPort = 4;
-    m_logic->SetDeviceInfo(list);
-    std::free(block);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('M')));
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), 4);
-}
-
-void tst_LogicDevice::getDeviceInfo()
-{
-    std::string error;
-    QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
-    sim::clearCalls();
-    const _ZELK_ST_MULTI_DEVICE_INFO list = m_logic->GetDeviceInfo();
-    QCOMPARE(callCount("ZELK_DevSrv_GetAvailableDeviceList"), 1);
-    sim::failNext("ZELK_DevSrv_GetAvailableDeviceList");
-    QCOMPARE(m_logic->GetDeviceInfo().nDevNum, 0);
-    QCOMPARE(list.nDevNum, 2);
-    QStringList names;
-    for (int i = 0; i < list.nDevNum; ++i)
-        names << QString::fromLocal8Bit(list.stDevInfo[i].szName);
-    names.sort();
-    QCOMPARE(names, QStringList({QStringLiteral("Second Modem"), QStringLiteral("USB Modem")}));
-}
-
-void tst_LogicDevice::selectSameDevice()
-{
-    const sim::Device active = activeDevice();
-    HostFramework::dialupService()->setConnected(true);
-    sim::clearCalls();
-
-    QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port)), 0);
-    QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 0);
-    QCOMPARE(HostFramework::dialupService()->disconnectCount(), 0);
-    QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
-}
-
-void tst_LogicDevice::selectOtherDevice_data()
-{
-    QTest::addColumn<bool>("connected");
-    QTest::addColumn<int>("disconnects");
-    QTest::newRow("no connection") << false << 0;
-    QTest::newRow("connection up") << true << 1;
-}
-
-void tst_LogicDevice::selectOtherDevice()
-{
-    QFETCH(bool, connected);
-    QFETCH(int, disconnects);
-    const std::string firstId = sim::activeDeviceId();
-    std::string error;
-    QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
-    QVERIFY(sim::selectDevice(firstId));
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get()); // current port 10, protocol 20
-    HostFramework::dialupService()->setConnected(connected);
-    sim::clearCalls();
-
-    QCOMPARE(m_logic->SelectDevice(deviceRecord("Second Modem", 7, 2)), 0);
-    QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
-    const sim::CallRecord record = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
-    QCOMPARE(record.args.size(), std::size_t(3));
-    // Texts appear quoted in the record.
-    QCOMPARE(record.args[0], std::string("\"Second Modem\""));
-    QCOMPARE(record.args[1], std::string("\"\""));
-    QCOMPARE(record.args[2], std::string("7"));
-    QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QStringLiteral("second"));
-    QCOMPARE(HostFramework::dialupService()->disconnectCount(), disconnects);
-    if (disconnects)
-        QCOMPARE(HostFramework::dialupService()->disconnectReasons(), QList<int>{0});
-    // The name follows at once; port and protocol come with the next list or status query.
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Second Modem"));
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
-}
-
-void tst_LogicDevice::selectRefused()
-{
-    const sim::Device active = activeDevice();
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get());
-    sim::failNext("ZELK_DevSrv_ManualChangeDevice");
-
-    // Same name on another port is another device.
-    QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port + 1)), 1);
-    QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-    QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
-}
-
-void tst_LogicDevice::selectUnterminatedName()
-{
-    _ZELK_ST_DEVICE_INFO record = deviceRecord("", 42);
-    std::memset(record.szName, 'Z', sizeof(record.szName));
-    sim::failNext("ZELK_DevSrv_ManualChangeDevice");
-    sim::clearCalls();
-    QCOMPARE(m_logic->SelectDevice(record), 1);
-    const sim::CallRecord call = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
-    QCOMPARE(call.args[0], '"' + std::string(ZELK_DEVICE_NAME_SIZE - 1, 'Z') + '"');
-}
-
-void tst_LogicDevice::systemDevStatus_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("failing"); // SDK function made to fail, or empty
-    QTest::addColumn<int>("expected");
-    QTest::addColumn<bool>("takesOver");
-    QTest::addColumn<int>("sdkCalls");
-    QTest::newRow("available") << 3 << QString() << 3 << true << 3;
-    QTest::newRow("initialising") << 2 << QString() << 2 << false << 3;
-    QTest::newRow("status fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevStatus") << 0 << false << 1;
-    QTest::newRow("port fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevicePort") << 0 << false << 3;
-}
-
-void tst_LogicDevice::systemDevStatus()
-{
-    QFETCH(int, status);
-    QFETCH(QString, failing);
-    QFETCH(int, expected);
-    QFETCH(bool, takesOver);
-    QFETCH(int, sdkCalls);
-    QVERIFY(changeActiveDevice([&](sim::Device& d) {
-        d.status = status;
-        d.name = "A Modem With A Rather Long Name";
-        d.port = 5;
-    }));
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get());
-    sim::clearCalls();
-    if (!failing.isEmpty())
-        sim::failNext(failing.toStdString());
-
-    QCOMPARE(m_logic->GetSystemDevStatus(), expected);
-    QCOMPARE(allCallCount(), sdkCalls);
-    if (takesOver) {
-        // The SDK hands out at most 23 characters of the name.
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("A Modem With A Rather L"));
-        QCOMPARE(m_logic->GetLocalDevicePortNo(), 5);
-    } else {
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-        QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-    }
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
-}
-
-void tst_LogicDevice::simStatus_data()
-{
-    QTest::addColumn<uint>("status");
-    QTest::addColumn<bool>("fail");
-    QTest::addColumn<int>("simStatus");
-    QTest::addColumn<int>("valid");
-    QTest::newRow("0") << 0u << false << 0 << 0;
-    QTest::newRow("1") << 1u << false << 1 << 1;
-    QTest::newRow("255") << 255u << false << 255 << 0;
-    // A transient failure must not send the user to the SIM dialogs.
-    QTest::newRow("SDK fails") << 0u << true << 0 << 1;
-}
-
-void tst_LogicDevice::simStatus()
-{
-    QFETCH(uint, status);
-    QFETCH(bool, fail);
-    QFETCH(int, simStatus);
-    QFETCH(int, valid);
-    QVERIFY(changeActiveDevice([&](sim::Device& d) { d.sim.status = status; }));
-    if (fail)
-        sim::failNext("ZELK_DevSrv_GetSimStatus", 2);
-    QCOMPARE(m_logic->GetSimStatus(), simStatus);
-    QCOMPARE(m_logic->isSimValid(), valid);
-}
-
-void tst_LogicDevice::deviceNameAndPort_data()
-{
-    QTest::addColumn<QString>("failing");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("port");
-    QTest::newRow("answers") << QString() << QStringLiteral("Modem \u00e4 A") << 6;
-    QTest::newRow("name fails") << QStringLiteral("ZELK_DevSrv_GetDeviceName") << QString() << 6;
-    QTest::newRow("port fails") << QStringLiteral("ZELK_DevSrv_GetDevicePort")
-                                << QStringLiteral("Modem \u00e4 A") << 0;
-}
-
-void tst_LogicDevice::deviceNameAndPort()
-{
-    QFETCH(QString, failing);
-    QFETCH(QString, name);
-    QFETCH(int, port);
-    QVERIFY(changeActiveDevice([](sim::Device& d) {
-        d.name = QStringLiteral("Modem \u00e4 A").toLocal8Bit().toStdString();
-        d.port = 6;
-    }));
-    // The stored copy says otherwise: these ask the SDK.
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get());
-    if (!failing.isEmpty())
-        sim::forceResult(failing.toStdString(), 2, ZELK_ERROR_FAILURE);
-    sim::clearCalls();
-
-    QCOMPARE(m_logic->GetDeviceName(), name);
-    QCOMPARE(m_logic->GetCurrentDeviceName(), name);
-    QCOMPARE(m_logic->GetCurrentDevicePortNo(), port);
-    QCOMPARE(callCount("ZELK_DevSrv_GetDeviceName"), 2);
-    QCOMPARE(callCount("ZELK_DevSrv_GetDevicePort"), 1);
-}
-
-void tst_LogicDevice::interruptServersWithoutContainer()
-{
-    HostFramework::destroyHost();
-    QVERIFY(Startup::GetPluginContainer() == nullptr);
-    // Nothing to reach: the lookup is abandoned without a crash.
-    m_logic->InterruptServers();
-    HostFramework::createHost(nullptr, nullptr);
-    QVERIFY(Startup::GetPluginContainer() != nullptr);
-}
 
 QTEST_MAIN(tst_LogicDevice)
 #include "tst_LogicDevice.moc"

@@ -87,29 +87,403 @@ private slots:
         m_host.shutdown();
     }
 
-    void codeRules_data();
-    void codeRules();
-    void pinStatusMapping_data();
-    void pinStatusMapping();
-    void pinStatusBadInput();
-    void retryQueries_data();
-    void retryQueries();
-    void cardLockQueries_data();
-    void cardLockQueries();
-    void cardCustomization_data();
-    void cardCustomization();
-    void processPinDispatch_data();
-    void processPinDispatch();
-    void enableStatusReadFails();
-    void pinStateChangedQueued();
-    void unlockPin_data();
-    void unlockPin();
-    void unlockPinPassesNewPinBeforePuk();
-    void unlockPinWithoutValidSimReportsUnknown();
-    void modifyPin_data();
-    void modifyPin();
-    void codesStayOutOfLogs_data();
-    void codesStayOutOfLogs();
+    // Only lengths count here (the fields restrict the characters); two PINs match when equal and valid.
+    void codeRules_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<bool>("pinValid");
+        QTest::addColumn<bool>("pukValid");
+        QTest::addColumn<QString>("other");
+        QTest::addColumn<int>("compared");
+        QTest::newRow("3 digits") << "123" << false << false << "123" << 15;
+        QTest::newRow("4 digits") << "1234" << true << false << "1234" << 0;
+        QTest::newRow("8 digits") << "12345678" << true << true << "12345679" << 15;
+        QTest::newRow("9 digits") << "123456789" << false << false << "123456789" << 15;
+        QTest::newRow("8 letters") << "abcdefgh" << true << true << "abcdefgh" << 0;
+        QTest::newRow("empty") << "" << false << false << "1234" << 15;
+    }
+    void codeRules()
+    {
+        QFETCH(QString, code);
+        QFETCH(bool, pinValid);
+        QFETCH(bool, pukValid);
+        QFETCH(QString, other);
+        QFETCH(int, compared);
+        QCOMPARE(m_logic->isPINValid(code), pinValid);
+        QCOMPARE(m_logic->isPUKValid(code), pukValid);
+        QCOMPARE(m_logic->ValidatePINs(code, other), compared);
+    }
+    void pinStatusMapping_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<bool>("checkPending"); // the indicator byte is non-zero
+        QTest::addColumn<int>("expected");
+        QTest::newRow("0 unknown") << 0 << false << int(kUntouched);
+        QTest::newRow("1 ready") << 1 << false << int(DEVMGR_PIN_READY);
+        QTest::newRow("2 PIN required") << 2 << false << int(DEVMGR_PIN_VERIFY);
+        QTest::newRow("2 PIN check pending") << 2 << true << int(DEVMGR_PIN_READY);
+        QTest::newRow("3 PUK required") << 3 << false << int(DEVMGR_UNLOCK_PIN);
+        QTest::newRow("4 PUK blocked") << 4 << false << int(DEVMGR_PIN_BLOCKED);
+        QTest::newRow("5") << 5 << false << int(kUntouched);
+        QTest::newRow("8 ready") << 8 << false << int(DEVMGR_PIN_READY);
+    }
+    void pinStatusMapping()
+    {
+        QFETCH(int, status);
+        QFETCH(bool, checkPending);
+        QFETCH(int, expected);
+        sim::SimCard c = card(true);
+        c.pinCheckPending = checkPending;
+        c.pinStatusOverride = status;
+        setCard(c);
+        sim::clearCalls();
+
+        E_DEVMGR_PIN_STATE state = kUntouched;
+        QCOMPARE(m_logic->GetPinStatus(&state), 0);
+        QCOMPARE(int(state), expected);
+        QCOMPARE(m_logic->GetStoredPinStatus(), status);
+        QCOMPARE(callCount("ZELK_DevSrv_GetPinStatus"), 1);
+        QCOMPARE(sim::calls("ZELK_DevSrv_GetPinStatus").front().args.front(), std::string("0"));
+    }
+    void pinStatusBadInput()
+    {
+        sim::clearCalls();
+        QCOMPARE(m_logic->GetPinStatus(nullptr), 23);
+        QCOMPARE(allCallCount(), 0);
+
+        setCard(card(true, 0, false, 7));
+        m_logic->m_iRetryTimes = 5;
+        const int storedBefore = m_logic->GetStoredPinStatus();
+        sim::failNext("ZELK_DevSrv_GetPinStatus");
+        E_DEVMGR_PIN_STATE state = kUntouched;
+        QCOMPARE(m_logic->GetPinStatus(&state), 1);
+        QCOMPARE(int(state), int(kUntouched));
+        QCOMPARE(m_logic->m_iRetryTimes, -1);
+        QCOMPARE(m_logic->GetStoredPinStatus(), storedBefore);
+    }
+    void retryQueries_data()
+    {
+        QTest::addColumn<bool>("pukAsked");
+        QTest::addColumn<int>("failures");
+        QTest::addColumn<int>("pinResult");
+        QTest::addColumn<int>("pukResult");
+        QTest::addColumn<int>("sdkCalls");
+        // Each query answers only for the code that is asked for now; three failed reads give up.
+        QTest::newRow("PIN asked") << false << 0 << 2 << 0 << 1;
+        QTest::newRow("PUK asked") << true << 0 << 0 << 6 << 1;
+        QTest::newRow("PIN asked, 1 failure") << false << 1 << 2 << 0 << 2;
+        QTest::newRow("PUK asked, 2 failures") << true << 2 << 0 << 6 << 3;
+        QTest::newRow("3 failures") << false << 3 << -1 << -1 << 3;
+    }
+    void retryQueries()
+    {
+        QFETCH(bool, pukAsked);
+        QFETCH(int, failures);
+        QFETCH(int, pinResult);
+        QFETCH(int, pukResult);
+        QFETCH(int, sdkCalls);
+        setCard(pukAsked ? card(true, 0, false, 6) : card(true, 2));
+        for (int puk = 0; puk < 2; ++puk) {
+            m_logic->init();
+            m_logic->m_iRetryTimes = -99;
+            sim::clearForcedResults();
+            sim::clearCalls();
+            if (failures > 0)
+                sim::failNext("ZELK_DevSrv_GetPinStatus", failures);
+            QCOMPARE(puk ? m_logic->GetPUKRetryTimes() : m_logic->GetPINRetryTimes(),
+                     puk ? pukResult : pinResult);
+            QCOMPARE(callCount("ZELK_DevSrv_GetPinStatus"), sdkCalls);
+            QCOMPARE(m_logic->GetStoredPinStatus(), failures >= 3 ? 0 : (pukAsked ? 3 : 2));
+            QCOMPARE(m_logic->m_iRetryTimes, failures >= 3 ? -99 : (pukAsked ? 6 : 2));
+        }
+    }
+    // The attempts are worth up to three queries; the lock state one query only (4: not read).
+    void cardLockQueries_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::addColumn<int>("failures");
+        QTest::addColumn<int>("retryTimes");
+        QTest::addColumn<int>("retryCalls");
+        QTest::addColumn<int>("lockedState");
+        QTest::newRow("locked, answers at once") << 1 << 0 << 7 << 1 << 1;
+        QTest::newRow("usable, second try") << 2 << 1 << 7 << 2 << 2;
+        QTest::newRow("three failures") << 3 << 3 << -1 << 3 << 4;
+    }
+    void cardLockQueries()
+    {
+        QFETCH(int, state);
+        QFETCH(int, failures);
+        QFETCH(int, retryTimes);
+        QFETCH(int, retryCalls);
+        QFETCH(int, lockedState);
+        QVERIFY(changeActiveDevice([&](sim::Device& d) {
+            d.cardLock.state = ZELK_CARD_LOCK_LOCKED;
+            d.cardLock.attempts = 7;
+        }));
+        sim::clearCalls();
+        if (failures > 0)
+            sim::failNext("ZELK_DevSrv_GetCardLockStatus", failures);
+        QCOMPARE(m_logic->GetCardRetryTimes(), retryTimes);
+        QCOMPARE(callCount("ZELK_DevSrv_GetCardLockStatus"), retryCalls);
+        QVERIFY(changeActiveDevice([&](sim::Device& d) { d.cardLock.state = state; }));
+        sim::clearCalls();
+        sim::clearForcedResults();
+        if (failures >= 3)
+            sim::failNext("ZELK_DevSrv_GetCardLockStatus", 3);
+        QCOMPARE(m_logic->GetCardLockedState(), lockedState);
+        QCOMPARE(callCount("ZELK_DevSrv_GetCardLockStatus"), 1);
+    }
+    void cardCustomization_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<bool>("write");
+        QTest::addColumn<int>("expected");
+        // A fresh settings file: the key is not there yet.
+        QTest::newRow("missing") << QString() << false << 3;
+        QTest::newRow("0 support unlock") << "0" << true << 0;
+        QTest::newRow("1 only reminder") << "1" << true << 1;
+        QTest::newRow("3 exit") << "3" << true << 3;
+        QTest::newRow("7") << "7" << true << 3;
+        QTest::newRow("padded 1") << " 1" << true << 3;
+    }
+    void cardCustomization()
+    {
+        QFETCH(QString, value);
+        QFETCH(bool, write);
+        QFETCH(int, expected);
+        if (write)
+            m_host.setSetting(QStringLiteral("support"), QStringLiteral("type"), value);
+        QCOMPARE(m_logic->GetCardCustomization(), expected);
+    }
+    void processPinDispatch_data()
+    {
+        QTest::addColumn<int>("request");
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<int>("expected");
+        QTest::addColumn<QString>("sdkFunction"); // the one code-taking SDK call expected, or empty
+        QTest::newRow("verify") << int(DEVMGR_PIN_VERIFY) << "1234" << 0 << "ZELK_DevSrv_VerifyPin";
+        QTest::newRow("enable") << int(DEVMGR_PIN_ENABLE) << "1234" << 0 << "ZELK_DevSrv_EnablePin";
+        QTest::newRow("disable") << int(DEVMGR_PIN_DISABLE) << "1234" << 0 << "ZELK_DevSrv_DisablePin";
+        QTest::newRow("card lock") << int(DEVMGR_CARD_LOCK) << "12345678" << 0
+                                   << "ZELK_DevSrv_VerifyCardLock";
+        QTest::newRow("verify, wrong PIN")
+            << int(DEVMGR_PIN_VERIFY) << "9999" << 1 << "ZELK_DevSrv_VerifyPin";
+        QTest::newRow("card lock, wrong")
+            << int(DEVMGR_CARD_LOCK) << "87654321" << 1 << "ZELK_DevSrv_VerifyCardLock";
+        QTest::newRow("verify, short") << int(DEVMGR_PIN_VERIFY) << "123" << 1 << "";
+        QTest::newRow("enable, long") << int(DEVMGR_PIN_ENABLE) << "123456789" << 1 << "";
+        QTest::newRow("card lock, long") << int(DEVMGR_CARD_LOCK) << "123456789" << 1 << "";
+        QTest::newRow("ready") << int(DEVMGR_PIN_READY) << "1234" << 1 << "";
+        QTest::newRow("change PIN") << int(DEVMGR_CHANGE_PIN) << "1234" << 1 << "";
+    }
+    void processPinDispatch()
+    {
+        QFETCH(int, request);
+        QFETCH(QString, code);
+        QFETCH(int, expected);
+        QFETCH(QString, sdkFunction);
+        // PIN on and entered: each request has something to do on this card.
+        sim::SimCard c = card(request != DEVMGR_PIN_ENABLE, 3, request != DEVMGR_PIN_ENABLE);
+        setCard(c);
+        QVERIFY(changeActiveDevice([](sim::Device& d) { d.cardLock.state = ZELK_CARD_LOCK_LOCKED; }));
+        sim::clearCalls();
+
+        int retries = 0;
+        QCOMPARE(m_logic->ProcessPIN(code, retries, E_DEVMGR_PIN_STATE(request)), expected);
+        for (const char* function :
+             {"ZELK_DevSrv_VerifyPin", "ZELK_DevSrv_EnablePin", "ZELK_DevSrv_DisablePin",
+              "ZELK_DevSrv_VerifyCardLock", "ZELK_DevSrv_UnblockPin", "ZELK_DevSrv_ChangePin"})
+            QVERIFY2(callCount(function) == (sdkFunction == QLatin1String(function) ? 1 : 0), function);
+        if (sdkFunction.isEmpty())
+            QCOMPARE(allCallCount(), 0);
+        else
+            QCOMPARE(sim::calls(sdkFunction.toStdString()).front().args.front(),
+                     std::string(request == DEVMGR_CARD_LOCK ? "****" : "0"));
+    }
+    void enableStatusReadFails()
+    {
+        setCard(card(false));
+        sim::failNext("ZELK_DevSrv_EnablePin");
+        sim::failNext("ZELK_DevSrv_GetPinStatus");
+        QSignalSpy spy(m_logic, &DeviceMgrUILogic::PinStateChanged);
+        int out = 5;
+        QCOMPARE(m_logic->ProcessPIN(QStringLiteral("1234"), out, DEVMGR_PIN_ENABLE), 1);
+        // Nothing is known about the attempts left nor about the state: the service hears "not read".
+        QCOMPARE(out, -1);
+        QCOMPARE(m_logic->m_iRetryTimes, -1);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(int(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>()), 8);
+    }
+    void pinStateChangedQueued()
+    {
+        // The service receives the signal through a queued connection from wherever it is raised.
+        setCard(card(true, 1, true));
+        QObject receiver;
+        QList<E_DEVMGR_PIN_STATE> received;
+        connect(
+            m_logic, &DeviceMgrUILogic::PinStateChanged, &receiver,
+            [&](E_DEVMGR_PIN_STATE state) { received << state; }, Qt::QueuedConnection);
+        int out = 0;
+        QCOMPARE(m_logic->ModifyPIN(QStringLiteral("4321"), QStringLiteral("5678"), out), 1);
+        QVERIFY(received.isEmpty());
+        QTRY_COMPARE(received.size(), 1);
+        QCOMPARE(received.front(), DEVMGR_UNLOCK_PIN);
+        QCOMPARE(m_logic->GetStoredPinStatus(), 3);
+    }
+    void unlockPin_data()
+    {
+        QTest::addColumn<Forced>("f");
+        const QString puk = QStringLiteral("12345678"), pin = QStringLiteral("2468");
+        QTest::newRow("right PUK") << Forced{puk, pin, 0, 0, 10, 0, 1};
+        QTest::newRow("wrong PUK") << Forced{QStringLiteral("87654321"), pin, 0, 1, 5, 3, 1};
+        // An answer without a count leaves the attempts unknown.
+        QTest::newRow("answer -1") << Forced{puk, pin, -1, 1, -1, 3, 1};
+        QTest::newRow("answer 1") << Forced{puk, pin, 1, 23, -1, 9, 1};
+        QTest::newRow("answer 6000") << Forced{puk, pin, 6000, 14, -1, 0, 1};
+        QTest::newRow("answer 7") << Forced{puk, pin, 7, 0, -1, 9, 1};
+        QTest::newRow("PUK of 7") << Forced{QStringLiteral("1234567"), pin, 0, 23, -7, 9, 0};
+        QTest::newRow("PIN of 9") << Forced{puk, QStringLiteral("246824682"), 0, 23, -7, 9, 0};
+    }
+    void unlockPin()
+    {
+        QFETCH(Forced, f);
+        markStoredStatus();
+        setCard(card(true, 0, false, 6));
+        m_logic->m_iRetryTimes = 41;
+        sim::clearCalls();
+        if (f.forced != 0)
+            sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_RESULT(f.forced));
+        int out = -7;
+        QCOMPARE(m_logic->UnlockPIN(f.code1, f.code2, out), f.expected);
+        QCOMPARE(out, f.retries);
+        if (f.forced == 0 && f.expected == 1)
+            QCOMPARE(m_logic->m_iRetryTimes, f.retries);
+        QCOMPARE(m_logic->GetStoredPinStatus(), f.stored);
+        QCOMPARE(callCount("ZELK_DevSrv_UnblockPin"), f.calls);
+    }
+    void unlockPinPassesNewPinBeforePuk()
+    {
+        setCard(card(true, 0, false, 6));
+        int out = 0;
+        QCOMPARE(m_logic->UnlockPIN(QStringLiteral("12345678"), QStringLiteral("97531"), out), 0);
+        QCOMPARE(activeDevice().sim.pin, std::string("97531"));
+        // The card now takes the new PIN.
+        QCOMPARE(m_logic->processVerifyPIN(out, QStringLiteral("97531")), 0);
+    }
+    void unlockPinWithoutValidSimReportsUnknown()
+    {
+        // Without a valid SIM the count the card gives back means nothing.
+        setCard(card(true, 0, false, 6));
+        QVERIFY(changeActiveDevice([](sim::Device& d) { d.sim.status = ZELK_SIM_STATUS_INVALID; }));
+        m_logic->m_iRetryTimes = 41;
+        sim::clearCalls();
+        sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_ERROR_FAILURE, true);
+        int out = -7;
+        QCOMPARE(m_logic->UnlockPIN(QStringLiteral("87654321"), QStringLiteral("2468"), out), 1);
+        QCOMPARE(out, -1);
+        QCOMPARE(m_logic->m_iRetryTimes, 41);
+        QCOMPARE(m_logic->GetStoredPinStatus(), 3);
+        QCOMPARE(callCount("ZELK_DevSrv_GetSimStatus"), 1);
+    }
+    void modifyPin_data()
+    {
+        QTest::addColumn<Forced>("f"); // stored: the PIN state signalled, -1 none
+        const QString oldPin = QStringLiteral("1234"), newPin = QStringLiteral("8642");
+        QTest::newRow("changed") << Forced{oldPin, newPin, 0, 0, 0, -1, 1};
+        QTest::newRow("wrong old PIN")
+            << Forced{QStringLiteral("4321"), newPin, 0, 1, 2, int(DEVMGR_PIN_READY), 1};
+        QTest::newRow("answer 1") << Forced{oldPin, newPin, 1, 23, 41, -1, 1};
+        QTest::newRow("answer 5") << Forced{oldPin, newPin, 5, 0, 41, -1, 1};
+        QTest::newRow("old PIN of 3") << Forced{QStringLiteral("123"), newPin, 0, 23, -7, -1, 0};
+        QTest::newRow("new PIN of 9") << Forced{oldPin, QStringLiteral("123456789"), 0, 23, -7, -1, 0};
+    }
+    void modifyPin()
+    {
+        QFETCH(Forced, f);
+        setCard(card(true, 3, true));
+        m_logic->m_iRetryTimes = 41;
+        sim::clearCalls();
+        if (f.forced != 0)
+            sim::forceResult("ZELK_DevSrv_ChangePin", 1, ZELK_RESULT(f.forced));
+        QSignalSpy spy(m_logic, &DeviceMgrUILogic::PinStateChanged);
+        int out = -7;
+        QCOMPARE(m_logic->ModifyPIN(f.code1, f.code2, out), f.expected);
+        QCOMPARE(out, f.retries);
+        if (f.retries != -7)
+            QCOMPARE(m_logic->m_iRetryTimes, f.retries);
+        const bool changed = f.expected == 0 && f.forced == 0;
+        QCOMPARE(QString::fromStdString(activeDevice().sim.pin), changed ? f.code2 : QStringLiteral("1234"));
+        QCOMPARE(spy.count(), f.stored < 0 ? 0 : 1);
+        if (f.stored >= 0)
+            QCOMPARE(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>(), E_DEVMGR_PIN_STATE(f.stored));
+        QCOMPARE(callCount("ZELK_DevSrv_ChangePin"), f.calls);
+    }
+    void codesStayOutOfLogs_data()
+    {
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<bool>("right"); // the card holds the first code: the success path
+        for (const char* op : {"verify", "enable", "disable", "unblock", "change", "cardlock", "compare"})
+            for (const bool right : {true, false})
+                QTest::addRow("%s, %s", op, right ? "right" : "wrong") << QString::fromLatin1(op) << right;
+    }
+    void codesStayOutOfLogs()
+    {
+        QFETCH(QString, operation);
+        QFETCH(bool, right);
+        const bool isUnblock = operation == QLatin1String("unblock");
+        const bool isCardLock = operation == QLatin1String("cardlock");
+        const bool twoCodes =
+            isUnblock || operation == QLatin1String("change") || operation == QLatin1String("compare");
+        // Distinctive codes that no time stamp, port or count could spell by chance.
+        const QString first =
+            isUnblock || isCardLock ? QStringLiteral("86420975") : QStringLiteral("7391586");
+        const QString second = !twoCodes                               ? QString()
+                               : operation == QLatin1String("compare") ? first
+                                                                       : QStringLiteral("5927318");
+        const std::string other = "24681357";
+        QVERIFY(changeActiveDevice([&](sim::Device& d) {
+            d.sim.pinEnabled = operation != QLatin1String("enable");
+            d.sim.pinVerified = operation != QLatin1String("verify");
+            d.sim.pinAttempts = isUnblock ? 0 : 3;
+            d.sim.pin = right && !isUnblock && !isCardLock ? first.toStdString() : other.substr(0, 7);
+            d.sim.puk = right && isUnblock ? first.toStdString() : other;
+            d.cardLock.code = right && isCardLock ? first.toStdString() : other;
+            d.cardLock.state = ZELK_CARD_LOCK_LOCKED;
+        }));
+        sim::clearCalls();
+        g_log.clear();
+        g_previousHandler = qInstallMessageHandler(captureMessage);
+        int retries = 0;
+        if (operation == QLatin1String("verify"))
+            m_logic->ProcessPIN(first, retries, DEVMGR_PIN_VERIFY);
+        else if (operation == QLatin1String("enable"))
+            m_logic->ProcessPIN(first, retries, DEVMGR_PIN_ENABLE);
+        else if (operation == QLatin1String("disable"))
+            m_logic->ProcessPIN(first, retries, DEVMGR_PIN_DISABLE);
+        else if (isUnblock)
+            m_logic->UnlockPIN(first, second, retries);
+        else if (operation == QLatin1String("change"))
+            m_logic->ModifyPIN(first, second, retries);
+        else if (isCardLock)
+            m_logic->ProcessPIN(first, retries, DEVMGR_CARD_LOCK);
+        else
+            QCOMPARE(m_logic->ValidatePINs(first, second), 0);
+        qInstallMessageHandler(g_previousHandler);
+
+        const QString log = g_log.join(QLatin1Char('\n'));
+        // The handler really saw the operation's log lines.
+        QVERIFY2(log.contains(QStringLiteral(" : Entered")), qPrintable(log));
+        for (const QString& code : {first, second}) {
+            if (code.isEmpty())
+                continue;
+            QVERIFY2(!log.contains(code), qPrintable(log));
+            QVERIFY2(!allRecordedArgs().contains(code), qPrintable(allRecordedArgs()));
+        }
+        if (operation == QLatin1String("verify"))
+            QVERIFY2(log.contains(QStringLiteral("szPinCode = ********")), qPrintable(log));
+        if (operation != QLatin1String("compare"))
+            QVERIFY(allCallCount() > 0);
+    }
 
 private:
     // A status query leaves the stored PIN status at 9, a value no operation here writes.
@@ -125,423 +499,6 @@ private:
     HostFixture m_host;
     DeviceMgrUILogic* m_logic = nullptr;
 };
-
-// Only lengths count here (the fields restrict the characters); two PINs match when equal and valid.
-void tst_LogicPin::codeRules_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<bool>("pinValid");
-    QTest::addColumn<bool>("pukValid");
-    QTest::addColumn<QString>("other");
-    QTest::addColumn<int>("compared");
-    QTest::newRow("3 digits") << "123" << false << false << "123" << 15;
-    QTest::newRow("4 digits") << "1234" << true << false << "1234" << 0;
-    QTest::newRow("8 digits") << "12345678" << true << true << "12345679" << 15;
-    QTest::newRow("9 digits") << "123456789" << false << false << "123456789" << 15;
-    QTest::newRow("8 letters") << "abcdefgh" << true << true << "abcdefgh" << 0;
-    QTest::newRow("empty") << "" << false << false << "1234" << 15;
-}
-
-void tst_LogicPin::codeRules()
-{
-    QFETCH(QString, code);
-    QFETCH(bool, pinValid);
-    QFETCH(bool, pukValid);
-    QFETCH(QString, other);
-    QFETCH(int, compared);
-    QCOMPARE(m_logic->isPINValid(code), pinValid);
-    QCOMPARE(m_logic->isPUKValid(code), pukValid);
-    QCOMPARE(m_logic->ValidatePINs(code, other), compared);
-}
-
-void tst_LogicPin::pinStatusMapping_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<bool>("checkPending"); // the indicator byte is non-zero
-    QTest::addColumn<int>("expected");
-    QTest::newRow("0 unknown") << 0 << false << int(kUntouched);
-    QTest::newRow("1 ready") << 1 << false << int(DEVMGR_PIN_READY);
-    QTest::newRow("2 PIN required") << 2 << false << int(DEVMGR_PIN_VERIFY);
-    QTest::newRow("2 PIN check pending") << 2 << true << int(DEVMGR_PIN_READY);
-    QTest::newRow("3 PUK required") << 3 << false << int(DEVMGR_UNLOCK_PIN);
-    QTest::newRow("4 PUK blocked") << 4 << false << int(DEVMGR_PIN_BLOCKED);
-    QTest::newRow("5") << 5 << false << int(kUntouched);
-    QTest::newRow("8 ready") << 8 << false << int(DEVMGR_PIN_READY);
-}
-
-void tst_LogicPin::pinStatusMapping()
-{
-    QFETCH(int, status);
-    QFETCH(bool, checkPending);
-    QFETCH(int, expected);
-    sim::SimCard c = card(true);
-    c.pinCheckPending = checkPending;
-    c.pinStatusOverride = status;
-    setCard(c);
-    sim::clearCalls();
-
-    E_DEVMGR_PIN_STATE state = kUntouched;
-    QCOMPARE(m_logic->GetPinStatus(&state), 0);
-    QCOMPARE(int(state), expected);
-    QCOMPARE(m_logic->GetStoredPinStatus(), status);
-    QCOMPARE(callCount("ZELK_DevSrv_GetPinStatus"), 1);
-    QCOMPARE(sim::calls("ZELK_DevSrv_GetPinStatus").front().args.front(), std::string("0"));
-}
-
-void tst_LogicPin::pinStatusBadInput()
-{
-    sim::clearCalls();
-    QCOMPARE(m_logic->GetPinStatus(nullptr), 23);
-    QCOMPARE(allCallCount(), 0);
-
-    setCard(card(true, 0, false, 7));
-    m_logic->m_iRetryTimes = 5;
-    const int storedBefore = m_logic->GetStoredPinStatus();
-    sim::failNext("ZELK_DevSrv_GetPinStatus");
-    E_DEVMGR_PIN_STATE state = kUntouched;
-    QCOMPARE(m_logic->GetPinStatus(&state), 1);
-    QCOMPARE(int(state), int(kUntouched));
-    QCOMPARE(m_logic->m_iRetryTimes, -1);
-    QCOMPARE(m_logic->GetStoredPinStatus(), storedBefore);
-}
-
-void tst_LogicPin::retryQueries_data()
-{
-    QTest::addColumn<bool>("pukAsked");
-    QTest::addColumn<int>("failures");
-    QTest::addColumn<int>("pinResult");
-    QTest::addColumn<int>("pukResult");
-    QTest::addColumn<int>("sdkCalls");
-    // Each query answers only for the code that is asked for now; three failed reads give up.
-    QTest::newRow("PIN asked") << false << 0 << 2 << 0 << 1;
-    QTest::newRow("PUK asked") << true << 0 << 0 << 6 << 1;
-    QTest::newRow("PIN asked, 1 failure") << false << 1 << 2 << 0 << 2;
-    QTest::newRow("PUK asked, 2 failures") << true << 2 << 0 << 6 << 3;
-    QTest::newRow("3 failures") << false << 3 << -1 << -1 << 3;
-}
-
-void tst_LogicPin::retryQueries()
-{
-    QFETCH(bool, pukAsked);
-    QFETCH(int, failures);
-    QFETCH(int, pinResult);
-    QFETCH(int, pukResult);
-    QFETCH(int, sdkCalls);
-    setCard(pukAsked ? card(true, 0, false, 6) : card(true, 2));
-    for (int puk = 0; puk < 2; ++puk) {
-        m_logic->init();
-        m_logic->m_iRetryTimes = -99;
-        sim::clearForcedResults();
-        sim::clearCalls();
-        if (failures > 0)
-            sim::failNext("ZELK_DevSrv_GetPinStatus", failures);
-        QCOMPARE(puk ? m_logic->GetPUKRetryTimes() : m_logic->GetPINRetryTimes(),
-                 puk ? pukResult : pinResult);
-        QCOMPARE(callCount("ZELK_DevSrv_GetPinStatus"), sdkCalls);
-        QCOMPARE(m_logic->GetStoredPinStatus(), failures >= 3 ? 0 : (pukAsked ? 3 : 2));
-        QCOMPARE(m_logic->m_iRetryTimes, failures >= 3 ? -99 : (pukAsked ? 6 : 2));
-    }
-}
-
-// The attempts are worth up to three queries; the lock state one query only (4: not read).
-void tst_LogicPin::cardLockQueries_data()
-{
-    QTest::addColumn<int>("state");
-    QTest::addColumn<int>("failures");
-    QTest::addColumn<int>("retryTimes");
-    QTest::addColumn<int>("retryCalls");
-    QTest::addColumn<int>("lockedState");
-    QTest::newRow("locked, answers at once") << 1 << 0 << 7 << 1 << 1;
-    QTest::newRow("usable, second try") << 2 << 1 << 7 << 2 << 2;
-    QTest::newRow("three failures") << 3 << 3 << -1 << 3 << 4;
-}
-
-void tst_LogicPin::cardLockQueries()
-{
-    QFETCH(int, state);
-    QFETCH(int, failures);
-    QFETCH(int, retryTimes);
-    QFETCH(int, retryCalls);
-    QFETCH(int, lockedState);
-    QVERIFY(changeActiveDevice([&](sim::Device& d) {
-        d.cardLock.state = ZELK_CARD_LOCK_LOCKED;
-        d.cardLock.attempts = 7;
-    }));
-    sim::clearCalls();
-    if (failures > 0)
-        sim::failNext("ZELK_DevSrv_GetCardLockStatus", failures);
-    QCOMPARE(m_logic->GetCardRetryTimes(), retryTimes);
-    QCOMPARE(callCount("ZELK_DevSrv_GetCardLockStatus"), retryCalls);
-    QVERIFY(changeActiveDevice([&](sim::Device& d) { d.cardLock.state = state; }));
-    sim::clearCalls();
-    sim::clearForcedResults();
-    if (failures >= 3)
-        sim::failNext("ZELK_DevSrv_GetCardLockStatus", 3);
-    QCOMPARE(m_logic->GetCardLockedState(), lockedState);
-    QCOMPARE(callCount("ZELK_DevSrv_GetCardLockStatus"), 1);
-}
-
-void tst_LogicPin::cardCustomization_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<bool>("write");
-    QTest::addColumn<int>("expected");
-    // A fresh settings file: the key is not there yet.
-    QTest::newRow("missing") << QString() << false << 3;
-    QTest::newRow("0 support unlock") << "0" << true << 0;
-    QTest::newRow("1 only reminder") << "1" << true << 1;
-    QTest::newRow("3 exit") << "3" << true << 3;
-    QTest::newRow("7") << "7" << true << 3;
-    QTest::newRow("padded 1") << " 1" << true << 3;
-}
-
-void tst_LogicPin::cardCustomization()
-{
-    QFETCH(QString, value);
-    QFETCH(bool, write);
-    QFETCH(int, expected);
-    if (write)
-        m_host.setSetting(QStringLiteral("support"), QStringLiteral("type"), value);
-    QCOMPARE(m_logic->GetCardCustomization(), expected);
-}
-
-void tst_LogicPin::processPinDispatch_data()
-{
-    QTest::addColumn<int>("request");
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<int>("expected");
-    QTest::addColumn<QString>("sdkFunction"); // the one code-taking SDK call expected, or empty
-    QTest::newRow("verify") << int(DEVMGR_PIN_VERIFY) << "1234" << 0 << "ZELK_DevSrv_VerifyPin";
-    QTest::newRow("enable") << int(DEVMGR_PIN_ENABLE) << "1234" << 0 << "ZELK_DevSrv_EnablePin";
-    QTest::newRow("disable") << int(DEVMGR_PIN_DISABLE) << "1234" << 0 << "ZELK_DevSrv_DisablePin";
-    QTest::newRow("card lock") << int(DEVMGR_CARD_LOCK) << "12345678" << 0 << "ZELK_DevSrv_VerifyCardLock";
-    QTest::newRow("verify, wrong PIN") << int(DEVMGR_PIN_VERIFY) << "9999" << 1 << "ZELK_DevSrv_VerifyPin";
-    QTest::newRow("card lock, wrong")
-        << int(DEVMGR_CARD_LOCK) << "87654321" << 1 << "ZELK_DevSrv_VerifyCardLock";
-    QTest::newRow("verify, short") << int(DEVMGR_PIN_VERIFY) << "123" << 1 << "";
-    QTest::newRow("enable, long") << int(DEVMGR_PIN_ENABLE) << "123456789" << 1 << "";
-    QTest::newRow("card lock, long") << int(DEVMGR_CARD_LOCK) << "123456789" << 1 << "";
-    QTest::newRow("ready") << int(DEVMGR_PIN_READY) << "1234" << 1 << "";
-    QTest::newRow("change PIN") << int(DEVMGR_CHANGE_PIN) << "1234" << 1 << "";
-}
-
-void tst_LogicPin::processPinDispatch()
-{
-    QFETCH(int, request);
-    QFETCH(QString, code);
-    QFETCH(int, expected);
-    QFETCH(QString, sdkFunction);
-    // PIN on and entered: each request has something to do on this card.
-    sim::SimCard c = card(request != DEVMGR_PIN_ENABLE, 3, request != DEVMGR_PIN_ENABLE);
-    setCard(c);
-    QVERIFY(changeActiveDevice([](sim::Device& d) { d.cardLock.state = ZELK_CARD_LOCK_LOCKED; }));
-    sim::clearCalls();
-
-    int retries = 0;
-    QCOMPARE(m_logic->ProcessPIN(code, retries, E_DEVMGR_PIN_STATE(request)), expected);
-    for (const char* function :
-         {"ZELK_DevSrv_VerifyPin", "ZELK_DevSrv_EnablePin", "ZELK_DevSrv_DisablePin",
-          "ZELK_DevSrv_VerifyCardLock", "ZELK_DevSrv_UnblockPin", "ZELK_DevSrv_ChangePin"})
-        QVERIFY2(callCount(function) == (sdkFunction == QLatin1String(function) ? 1 : 0), function);
-    if (sdkFunction.isEmpty())
-        QCOMPARE(allCallCount(), 0);
-    else
-        QCOMPARE(sim::calls(sdkFunction.toStdString()).front().args.front(),
-                 std::string(request == DEVMGR_CARD_LOCK ? "****" : "0"));
-}
-
-void tst_LogicPin::enableStatusReadFails()
-{
-    setCard(card(false));
-    sim::failNext("ZELK_DevSrv_EnablePin");
-    sim::failNext("ZELK_DevSrv_GetPinStatus");
-    QSignalSpy spy(m_logic, &DeviceMgrUILogic::PinStateChanged);
-    int out = 5;
-    QCOMPARE(m_logic->ProcessPIN(QStringLiteral("1234"), out, DEVMGR_PIN_ENABLE), 1);
-    // Nothing is known about the attempts left nor about the state: the service hears "not read".
-    QCOMPARE(out, -1);
-    QCOMPARE(m_logic->m_iRetryTimes, -1);
-    QCOMPARE(spy.count(), 1);
-    QCOMPARE(int(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>()), 8);
-}
-
-void tst_LogicPin::pinStateChangedQueued()
-{
-    // The service receives the signal through a queued connection from wherever it is raised.
-    setCard(card(true, 1, true));
-    QObject receiver;
-    QList<E_DEVMGR_PIN_STATE> received;
-    connect(
-        m_logic, &DeviceMgrUILogic::PinStateChanged, &receiver,
-        [&](E_DEVMGR_PIN_STATE state) { received << state; }, Qt::QueuedConnection);
-    int out = 0;
-    QCOMPARE(m_logic->ModifyPIN(QStringLiteral("4321"), QStringLiteral("5678"), out), 1);
-    QVERIFY(received.isEmpty());
-    QTRY_COMPARE(received.size(), 1);
-    QCOMPARE(received.front(), DEVMGR_UNLOCK_PIN);
-    QCOMPARE(m_logic->GetStoredPinStatus(), 3);
-}
-
-void tst_LogicPin::unlockPin_data()
-{
-    QTest::addColumn<Forced>("f");
-    const QString puk = QStringLiteral("12345678"), pin = QStringLiteral("2468");
-    QTest::newRow("right PUK") << Forced{puk, pin, 0, 0, 10, 0, 1};
-    QTest::newRow("wrong PUK") << Forced{QStringLiteral("87654321"), pin, 0, 1, 5, 3, 1};
-    // An answer without a count leaves the attempts unknown.
-    QTest::newRow("answer -1") << Forced{puk, pin, -1, 1, -1, 3, 1};
-    QTest::newRow("answer 1") << Forced{puk, pin, 1, 23, -1, 9, 1};
-    QTest::newRow("answer 6000") << Forced{puk, pin, 6000, 14, -1, 0, 1};
-    QTest::newRow("answer 7") << Forced{puk, pin, 7, 0, -1, 9, 1};
-    QTest::newRow("PUK of 7") << Forced{QStringLiteral("1234567"), pin, 0, 23, -7, 9, 0};
-    QTest::newRow("PIN of 9") << Forced{puk, QStringLiteral("246824682"), 0, 23, -7, 9, 0};
-}
-
-void tst_LogicPin::unlockPin()
-{
-    QFETCH(Forced, f);
-    markStoredStatus();
-    setCard(card(true, 0, false, 6));
-    m_logic->m_iRetryTimes = 41;
-    sim::clearCalls();
-    if (f.forced != 0)
-        sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_RESULT(f.forced));
-    int out = -7;
-    QCOMPARE(m_logic->UnlockPIN(f.code1, f.code2, out), f.expected);
-    QCOMPARE(out, f.retries);
-    if (f.forced == 0 && f.expected == 1)
-        QCOMPARE(m_logic->m_iRetryTimes, f.retries);
-    QCOMPARE(m_logic->GetStoredPinStatus(), f.stored);
-    QCOMPARE(callCount("ZELK_DevSrv_UnblockPin"), f.calls);
-}
-
-void tst_LogicPin::unlockPinPassesNewPinBeforePuk()
-{
-    setCard(card(true, 0, false, 6));
-    int out = 0;
-    QCOMPARE(m_logic->UnlockPIN(QStringLiteral("12345678"), QStringLiteral("97531"), out), 0);
-    QCOMPARE(activeDevice().sim.pin, std::string("97531"));
-    // The card now takes the new PIN.
-    QCOMPARE(m_logic->processVerifyPIN(out, QStringLiteral("97531")), 0);
-}
-
-void tst_LogicPin::unlockPinWithoutValidSimReportsUnknown()
-{
-    // Without a valid SIM the count the card gives back means nothing.
-    setCard(card(true, 0, false, 6));
-    QVERIFY(changeActiveDevice([](sim::Device& d) { d.sim.status = ZELK_SIM_STATUS_INVALID; }));
-    m_logic->m_iRetryTimes = 41;
-    sim::clearCalls();
-    sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_ERROR_FAILURE, true);
-    int out = -7;
-    QCOMPARE(m_logic->UnlockPIN(QStringLiteral("87654321"), QStringLiteral("2468"), out), 1);
-    QCOMPARE(out, -1);
-    QCOMPARE(m_logic->m_iRetryTimes, 41);
-    QCOMPARE(m_logic->GetStoredPinStatus(), 3);
-    QCOMPARE(callCount("ZELK_DevSrv_GetSimStatus"), 1);
-}
-
-void tst_LogicPin::modifyPin_data()
-{
-    QTest::addColumn<Forced>("f"); // stored: the PIN state signalled, -1 none
-    const QString oldPin = QStringLiteral("1234"), newPin = QStringLiteral("8642");
-    QTest::newRow("changed") << Forced{oldPin, newPin, 0, 0, 0, -1, 1};
-    QTest::newRow("wrong old PIN") << Forced{QStringLiteral("4321"), newPin, 0, 1, 2,
-                                             int(DEVMGR_PIN_READY),  1};
-    QTest::newRow("answer 1") << Forced{oldPin, newPin, 1, 23, 41, -1, 1};
-    QTest::newRow("answer 5") << Forced{oldPin, newPin, 5, 0, 41, -1, 1};
-    QTest::newRow("old PIN of 3") << Forced{QStringLiteral("123"), newPin, 0, 23, -7, -1, 0};
-    QTest::newRow("new PIN of 9") << Forced{oldPin, QStringLiteral("123456789"), 0, 23, -7, -1, 0};
-}
-
-void tst_LogicPin::modifyPin()
-{
-    QFETCH(Forced, f);
-    setCard(card(true, 3, true));
-    m_logic->m_iRetryTimes = 41;
-    sim::clearCalls();
-    if (f.forced != 0)
-        sim::forceResult("ZELK_DevSrv_ChangePin", 1, ZELK_RESULT(f.forced));
-    QSignalSpy spy(m_logic, &DeviceMgrUILogic::PinStateChanged);
-    int out = -7;
-    QCOMPARE(m_logic->ModifyPIN(f.code1, f.code2, out), f.expected);
-    QCOMPARE(out, f.retries);
-    if (f.retries != -7)
-        QCOMPARE(m_logic->m_iRetryTimes, f.retries);
-    const bool changed = f.expected == 0 && f.forced == 0;
-    QCOMPARE(QString::fromStdString(activeDevice().sim.pin), changed ? f.code2 : QStringLiteral("1234"));
-    QCOMPARE(spy.count(), f.stored < 0 ? 0 : 1);
-    if (f.stored >= 0)
-        QCOMPARE(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>(), E_DEVMGR_PIN_STATE(f.stored));
-    QCOMPARE(callCount("ZELK_DevSrv_ChangePin"), f.calls);
-}
-
-void tst_LogicPin::codesStayOutOfLogs_data()
-{
-    QTest::addColumn<QString>("operation");
-    QTest::addColumn<bool>("right"); // the card holds the first code: the success path
-    for (const char* op : {"verify", "enable", "disable", "unblock", "change", "cardlock", "compare"})
-        for (const bool right : {true, false})
-            QTest::addRow("%s, %s", op, right ? "right" : "wrong") << QString::fromLatin1(op) << right;
-}
-
-void tst_LogicPin::codesStayOutOfLogs()
-{
-    QFETCH(QString, operation);
-    QFETCH(bool, right);
-    const bool isUnblock = operation == QLatin1String("unblock");
-    const bool isCardLock = operation == QLatin1String("cardlock");
-    const bool twoCodes =
-        isUnblock || operation == QLatin1String("change") || operation == QLatin1String("compare");
-    // Distinctive codes that no time stamp, port or count could spell by chance.
-    const QString first = isUnblock || isCardLock ? QStringLiteral("86420975") : QStringLiteral("7391586");
-    const QString second = !twoCodes                               ? QString()
-                           : operation == QLatin1String("compare") ? first
-                                                                   : QStringLiteral("5927318");
-    const std::string other = "24681357";
-    QVERIFY(changeActiveDevice([&](sim::Device& d) {
-        d.sim.pinEnabled = operation != QLatin1String("enable");
-        d.sim.pinVerified = operation != QLatin1String("verify");
-        d.sim.pinAttempts = isUnblock ? 0 : 3;
-        d.sim.pin = right && !isUnblock && !isCardLock ? first.toStdString() : other.substr(0, 7);
-        d.sim.puk = right && isUnblock ? first.toStdString() : other;
-        d.cardLock.code = right && isCardLock ? first.toStdString() : other;
-        d.cardLock.state = ZELK_CARD_LOCK_LOCKED;
-    }));
-    sim::clearCalls();
-    g_log.clear();
-    g_previousHandler = qInstallMessageHandler(captureMessage);
-    int retries = 0;
-    if (operation == QLatin1String("verify"))
-        m_logic->ProcessPIN(first, retries, DEVMGR_PIN_VERIFY);
-    else if (operation == QLatin1String("enable"))
-        m_logic->ProcessPIN(first, retries, DEVMGR_PIN_ENABLE);
-    else if (operation == QLatin1String("disable"))
-        m_logic->ProcessPIN(first, retries, DEVMGR_PIN_DISABLE);
-    else if (isUnblock)
-        m_logic->UnlockPIN(first, second, retries);
-    else if (operation == QLatin1String("change"))
-        m_logic->ModifyPIN(first, second, retries);
-    else if (isCardLock)
-        m_logic->ProcessPIN(first, retries, DEVMGR_CARD_LOCK);
-    else
-        QCOMPARE(m_logic->ValidatePINs(first, second), 0);
-    qInstallMessageHandler(g_previousHandler);
-
-    const QString log = g_log.join(QLatin1Char('\n'));
-    // The handler really saw the operation's log lines.
-    QVERIFY2(log.contains(QStringLiteral(" : Entered")), qPrintable(log));
-    for (const QString& code : {first, second}) {
-        if (code.isEmpty())
-            continue;
-        QVERIFY2(!log.contains(code), qPrintable(log));
-        QVERIFY2(!allRecordedArgs().contains(code), qPrintable(allRecordedArgs()));
-    }
-    if (operation == QLatin1String("verify"))
-        QVERIFY2(log.contains(QStringLiteral("szPinCode = ********")), qPrintable(log));
-    if (operation != QLatin1String("compare"))
-        QVERIFY(allCallCount() > 0);
-}
 
 QTEST_MAIN(tst_LogicPin)
 #include "tst_LogicPin.moc"

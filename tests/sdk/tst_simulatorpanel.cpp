@@ -23,8 +23,38 @@ private slots:
         reset();
         Recorder::instance().clear();
     }
-    void attachAndRemoveDevices();
-    void badWordIsRefused();
+    void attachAndRemoveDevices()
+    {
+        SimulatorPanel panel;
+        auto* combo = panel.findChild<QComboBox*>("SimulatorPanel_comboDevices");
+        QVERIFY(combo);
+        QCOMPARE(combo->count(), 1);
+        click(panel, "SimulatorPanel_btnAttachCdma");
+        QCOMPARE(int(devices().size()), 2);
+        QCOMPARE(devices().back().productType, ZELK_PRODUCT_TYPE_CDMA);
+        QCOMPARE(combo->count(), 2);
+        QVERIFY(waitForIdle());
+        QCOMPARE(Recorder::instance().events(), QList<int>{ZELK_EVENT_DEV_DETECTED});
+
+        combo->setCurrentIndex(1);
+        click(panel, "SimulatorPanel_btnSelectDevice");
+        QCOMPARE(QString::fromStdString(activeDeviceId()), panel.selectedDeviceId());
+        click(panel, "SimulatorPanel_btnRemoveDevice");
+        QCOMPARE(int(devices().size()), 1);
+        QCOMPARE(combo->count(), 1);
+        QVERIFY(waitForIdle());
+    }
+    void badWordIsRefused()
+    {
+        SimulatorPanel panel;
+        QSignalSpy done(&panel, &SimulatorPanel::signalActionDone);
+        panel.findChild<QLineEdit*>("SimulatorPanel_lineWords")->setText("1 two");
+        click(panel, "SimulatorPanel_btnInject");
+        QCOMPARE(done.count(), 1);
+        QVERIFY(done.at(0).at(0).toString().contains("two"));
+        QVERIFY(waitForIdle());
+        QVERIFY(Recorder::instance().seen().empty());
+    }
 
 private:
     static void click(QWidget& panel, const char* name)
@@ -34,40 +64,6 @@ private:
         QTest::mouseClick(b, Qt::LeftButton);
     }
 };
-
-void tst_SimulatorPanel::attachAndRemoveDevices()
-{
-    SimulatorPanel panel;
-    auto* combo = panel.findChild<QComboBox*>("SimulatorPanel_comboDevices");
-    QVERIFY(combo);
-    QCOMPARE(combo->count(), 1);
-    click(panel, "SimulatorPanel_btnAttachCdma");
-    QCOMPARE(int(devices().size()), 2);
-    QCOMPARE(devices().back().productType, ZELK_PRODUCT_TYPE_CDMA);
-    QCOMPARE(combo->count(), 2);
-    QVERIFY(waitForIdle());
-    QCOMPARE(Recorder::instance().events(), QList<int>{ZELK_EVENT_DEV_DETECTED});
-
-    combo->setCurrentIndex(1);
-    click(panel, "SimulatorPanel_btnSelectDevice");
-    QCOMPARE(QString::fromStdString(activeDeviceId()), panel.selectedDeviceId());
-    click(panel, "SimulatorPanel_btnRemoveDevice");
-    QCOMPARE(int(devices().size()), 1);
-    QCOMPARE(combo->count(), 1);
-    QVERIFY(waitForIdle());
-}
-
-void tst_SimulatorPanel::badWordIsRefused()
-{
-    SimulatorPanel panel;
-    QSignalSpy done(&panel, &SimulatorPanel::signalActionDone);
-    panel.findChild<QLineEdit*>("SimulatorPanel_lineWords")->setText("1 two");
-    click(panel, "SimulatorPanel_btnInject");
-    QCOMPARE(done.count(), 1);
-    QVERIFY(done.at(0).at(0).toString().contains("two"));
-    QVERIFY(waitForIdle());
-    QVERIFY(Recorder::instance().seen().empty());
-}
 
 QTEST_MAIN(tst_SimulatorPanel)
 #include "tst_simulatorpanel.moc"

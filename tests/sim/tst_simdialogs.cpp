@@ -1,7 +1,8 @@
-// The SIM dialogs as the user meets them, driven through the simulated card: which dialog the start-up
-// check opens for which SIM, what typing a code into each dialog does (messages, the next dialog,
-// what the other plugins hear, the SDK calls), the card's network lock by the operator's setting,
-// one dialog at a time, the question before an entry is abandoned, and language changes.
+// The SIM dialogs as the user meets them, driven through the simulated card: the code field (digits
+// only, nothing cut or copied out) and the dialog shell's question before an entry is abandoned;
+// which dialog the start-up check opens for which SIM, what typing a code into each dialog does (messages,
+// the next dialog, what the other plugins hear, the SDK calls), the card's network lock by the operator's
+// setting, one dialog at a time, the question before an entry is abandoned, and language changes.
 #include "SimTestSupport.h"
 
 #include "Change.h"
@@ -9,8 +10,13 @@
 
 #include <QtCore/QTimer>
 #include <QtGui/QClipboard>
+#include <QtGui/QRegExpValidator>
 #include <QtWidgets/QAction>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include <memory>
 
 using namespace simtest;
 using svc::bc;
@@ -40,13 +46,13 @@ struct Submit
     QString which; // the dialog, see open()
     int attempts;  // attempts left of the code it asks for
     Entries entries;
-    QString forced; // SDK function that answers a plain failure (the count cannot be read), or empty
     QStringList shown;
     QStringList dialogs;
     QStringList notifications;
-    int calls;     // calls of the dialog's SDK function
-    QString label; // the attempts label of the dialog left on screen, when checked
-    bool cleared;  // the dialog left on screen is emptied, its OK off; else the entry is kept
+    int calls = 1;              // calls of the dialog's SDK function
+    QString label = QString();  // the attempts label of the dialog left on screen, when checked
+    bool cleared = true;        // the dialog left on screen is emptied, its OK off; else the entry is kept
+    QString forced = QString(); // SDK function answering a plain failure (the count cannot be read)
 };
 
 const char* jobFunction(const QString& which)
@@ -77,6 +83,55 @@ QString attemptsLabel(const QString& dialogName)
 
 const QString kCardBlockedFallback =
     QStringLiteral("The Data card is permanently blocked. Please contact your Operator");
+
+// A code field set up as every SIM dialog sets it up.
+struct CodeField
+{
+    std::unique_ptr<QWidget> window{new QWidget};
+    LineEdit* edit = nullptr;
+
+    CodeField()
+    {
+        window->setObjectName(QStringLiteral("TestFieldWindow"));
+        edit = new LineEdit(window.get());
+        edit->setEchoMode(QLineEdit::Password);
+        edit->setMaxLength(8);
+        edit->setValidator(new QRegExpValidator(QRegExp(QStringLiteral("[0-9]{1,8}")), edit));
+        edit->installEventFilter(edit);
+        window->show();
+        edit->setFocus();
+    }
+};
+
+QAction* action(LineEdit* edit, const char* name)
+{
+    return edit->findChild<QAction*>(QLatin1String(name));
+}
+
+// A SIM dialog shell holding one code field.
+struct Shell
+{
+    SimDlg* dialog = nullptr;
+    QLineEdit* edit = nullptr;
+
+    explicit Shell(bool askOnClose = true, bool okCancel = false)
+    {
+        dialog = new SimDlg(nullptr, askOnClose, okCancel);
+        dialog->setObjectName(QStringLiteral("TestSimDlg"));
+        auto* inner = new QWidget;
+        auto* layout = new QVBoxLayout(inner);
+        edit = new LineEdit(inner);
+        edit->setEchoMode(QLineEdit::Password);
+        layout->addWidget(edit);
+        dialog->AddMainWidget(inner);
+        dialog->show();
+        QTest::keyClicks(edit, QStringLiteral("1357"));
+    }
+    ~Shell() { delete dialog; }
+};
+
+const QString kQuestion = QStringLiteral(
+    "ShowMessage 4 TestSimDlg | IDS_MAINFRM_PROMPT | IDS_MAINFRM_PIN_CANCELPROMPT | IDS_YES,IDS_NO");
 
 } // namespace
 
@@ -168,6 +223,7 @@ private slots:
     void init()
     {
         m_host.beginTest();
+        QGuiApplication::clipboard()->setText(QStringLiteral("clipboard-before"));
         zelk::sim::reset();
         svc::resetHandled();
         m_service = nullptr;
@@ -284,7 +340,6 @@ private slots:
         QTest::addColumn<Entries>("entries");
         QTest::addColumn<bool>("enabled");
         QTest::newRow("verify, 3 digits") << "verify" << Entries{"=123"} << false;
-        QTest::newRow("enable, 4 digits") << "enable" << Entries{"=1234"} << true;
         QTest::newRow("unlock code, 7 digits") << "cardlock" << Entries{"=1234567"} << false;
         QTest::newRow("unlock code, 8 digits") << "cardlock" << Entries{"=12345678"} << true;
         QTest::newRow("PUK, confirmation of 3") << "puk" << puk("12345678", "1234", "123") << false;
@@ -310,117 +365,64 @@ private slots:
     void submit_data()
     {
         QTest::addColumn<Submit>("s");
-        const QString main = QStringLiteral("TestMainWindow");
-        const QStringList none;
-        const QString verifyFailed =
-            info(QStringLiteral("IDS_PIN_CHECK_FAILED"), kVerifyDlg, QStringLiteral("ShowMessageCustomize"));
-        const QString locked = info(QStringLiteral("IDS_PIN_PIN_LOCKED"), kPinDlg);
-        const QString pinLeft2 = QStringLiteral("IDS_MAINFRM_PIN_REMAIN_PROMPT2");
-        const QString unknown = QStringLiteral("IDS_MAINFRM_UNKNOWN");
+        const auto row = [](const char* name, const Submit& s) { QTest::newRow(name) << s; };
+        const auto at = [](const char* key, const QString& parent = QStringLiteral("-")) {
+            return info(QLatin1String(key), parent);
+        };
+        const QString V = kVerifyDlg, P = kPinDlg, U = kPukDlg, M = kModifyDlg,
+                      main = QStringLiteral("TestMainWindow");
+        const QString checkFailed =
+            info(QStringLiteral("IDS_PIN_CHECK_FAILED"), V, QStringLiteral("ShowMessageCustomize"));
+        const QString locked = at("IDS_PIN_PIN_LOCKED", P),
+                      left2 = QStringLiteral("IDS_MAINFRM_PIN_REMAIN_PROMPT2");
+        const QString unknown = QStringLiteral("IDS_MAINFRM_UNKNOWN"),
+                      pukLeft10 = QStringLiteral("IDS_MAINFRM_PUK_REMAIN_PROMPT10");
         const QString right = QStringLiteral("=1234"), wrong = QStringLiteral("=4321");
         const Entries goodPuk = puk("12345678", "4321", "4321"), badPuk = puk("87654321", "4321", "4321");
-        QTest::newRow("verify, right PIN")
-            << Submit{"verify", 3, {right}, "", none, none, {bc(578)}, 1, "", true};
-        QTest::newRow("verify, wrong PIN")
-            << Submit{"verify", 3, {wrong}, "", {verifyFailed}, {kVerifyDlg}, none, 1, pinLeft2, true};
-        QTest::newRow("verify, last attempt wrong: PUK") << Submit{
-            "verify", 1, {wrong}, "", {verifyFailed}, {kPukDlg}, none, 1, "IDS_MAINFRM_PUK_REMAIN_PROMPT10",
-            true};
-        QTest::newRow("verify, count unknown: no message, the dialog stays") << Submit{
-            "verify", 3, {wrong}, "ZELK_DevSrv_VerifyPin", none, {kVerifyDlg}, none, 1, unknown, true};
-        QTest::newRow("enable, right PIN") << Submit{
-            "enable", 3, {right}, "", {info("IDS_MAINFRM_ENABLEPIN_SUCCESS", main)}, none, none, 1, "", true};
-        QTest::newRow("enable, wrong PIN")
-            << Submit{"enable",  3,    {wrong}, "",       {info("IDS_PIN_ENABLE_FAILED", kPinDlg)},
-                      {kPinDlg}, none, 1,       pinLeft2, true};
-        QTest::newRow("enable, last attempt wrong: PUK")
-            << Submit{"enable",  1,         {wrong}, "", {locked, info("IDS_PIN_ENABLE_FAILED", kPinDlg)},
-                      {kPukDlg}, {bc(579)}, 1,       "", true};
-        QTest::newRow("disable, right PIN")
-            << Submit{"disable", 3,    {right}, "", {info("IDS_MAINFRM_DISABLEPIN_SUCCESS", main)},
-                      none,      none, 1,       "", true};
-        QTest::newRow("disable, wrong PIN")
-            << Submit{"disable", 3,    {wrong}, "",       {info("IDS_PIN_DISABLE_FAILED", kPinDlg)},
-                      {kPinDlg}, none, 1,       pinLeft2, true};
-        QTest::newRow("disable, last attempt wrong: PUK")
-            << Submit{"disable", 1,         {wrong}, "", {locked, info("IDS_PIN_DISABLE_FAILED", kPinDlg)},
-                      {kPukDlg}, {bc(579)}, 1,       "", true};
-        // Differing new PINs never reach the SIM and leave the entry for the user to correct.
-        QTest::newRow("PUK, new PINs differ") << Submit{"puk",
-                                                        10,
-                                                        puk("12345678", "1111", "2222"),
-                                                        "",
-                                                        {info("IDS_PIN_MSG_PIN_DIFFER", kPukDlg)},
-                                                        {kPukDlg},
-                                                        none,
-                                                        0,
-                                                        "IDS_MAINFRM_PUK_REMAIN_PROMPT10",
-                                                        false};
-        QTest::newRow("PUK, right") << Submit{
-            "puk", 10, goodPuk, "", {info("IDS_MAINFRM_UNLOCKPIN_SUCCESS")}, none, {bc(578)}, 1, "", true};
-        QTest::newRow("PUK, wrong") << Submit{"puk",
-                                              10,
-                                              badPuk,
-                                              "",
-                                              {info("IDS_PIN_PUK_FAILED", kPukDlg)},
-                                              {kPukDlg},
-                                              none,
-                                              1,
-                                              "IDS_MAINFRM_PUK_REMAIN_PROMPT9",
-                                              true};
-        QTest::newRow("PUK, last wrong: card blocked")
-            << Submit{"puk", 1, badPuk, "", {info("IDS_MSG_CARD_BLOCKED")}, none, none, 1, "", true};
-        QTest::newRow("PUK, count unknown: emptied, the dialog stays")
-            << Submit{"puk", 10, badPuk, "ZELK_DevSrv_UnblockPin", none, {kPukDlg}, none, 1, unknown, true};
-        QTest::newRow("change, right current PIN") << Submit{"change",
-                                                             3,
-                                                             change("1234", "5678", "5678"),
-                                                             "",
-                                                             {info("IDS_MAINFRM_CHANGEPIN_SUCCESS", main)},
-                                                             none,
-                                                             none,
-                                                             1,
-                                                             "",
-                                                             true};
-        QTest::newRow("change, new PINs differ: emptied")
-            << Submit{"change",
-                      3,
-                      change("1234", "5678", "5679"),
-                      "",
-                      {info("IDS_PIN_MSG_PIN_DIFFER", kModifyDlg)},
-                      {kModifyDlg},
-                      none,
-                      0,
-                      "",
-                      true};
-        QTest::newRow("change, wrong current PIN") << Submit{"change",
-                                                             3,
-                                                             change("9999", "5678", "5678"),
-                                                             "",
-                                                             {info("IDS_PIN_CHANGE_FAILED", kModifyDlg)},
-                                                             {kModifyDlg},
-                                                             none,
-                                                             1,
-                                                             "",
-                                                             true};
-        QTest::newRow("change, last attempt wrong: PUK")
-            << Submit{"change",
-                      1,
-                      change("9999", "5678", "5678"),
-                      "",
-                      {info("IDS_PIN_CHANGE_FAILED", kModifyDlg)},
-                      {kPukDlg},
-                      {bc(579)},
-                      1,
-                      "",
-                      true};
-        QTest::newRow("unlock code, right")
-            << Submit{"cardlock", 5, {"=12345678"}, "", none, none, {bc(578)}, 1, "", true};
-        QTest::newRow("unlock code, wrong") << Submit{
-            "cardlock", 5, {"=11112222"}, "", none, {kPinDlg}, none, 1, "IDS_MAINFRM_PIN_REMAIN_PROMPT4",
-            true};
-        QTest::newRow("unlock code, last attempt wrong: built-in text") << Submit{
-            "cardlock", 1, {"=11112222"}, "", {info(kCardBlockedFallback, main)}, none, none, 1, "", true};
+        const Entries goodChange = change("1234", "5678", "5678"), badChange = change("9999", "5678", "5678");
+        row("verify, right PIN", {"verify", 3, {right}, {}, {}, {bc(578)}});
+        row("verify, wrong PIN", {"verify", 3, {wrong}, {checkFailed}, {V}, {}, 1, left2});
+        row("verify, last attempt wrong: PUK", {"verify", 1, {wrong}, {checkFailed}, {U}, {}, 1, pukLeft10});
+        row("verify, count unknown: the dialog stays",
+            {"verify", 3, {wrong}, {}, {V}, {}, 1, unknown, true, "ZELK_DevSrv_VerifyPin"});
+        row("enable, right PIN", {"enable", 3, {right}, {at("IDS_MAINFRM_ENABLEPIN_SUCCESS", main)}, {}, {}});
+        row("enable, wrong PIN", {"enable", 3, {wrong}, {at("IDS_PIN_ENABLE_FAILED", P)}, {P}, {}, 1, left2});
+        row("enable, last attempt wrong: PUK",
+            {"enable", 1, {wrong}, {locked, at("IDS_PIN_ENABLE_FAILED", P)}, {U}, {bc(579)}});
+        row("disable, right PIN",
+            {"disable", 3, {right}, {at("IDS_MAINFRM_DISABLEPIN_SUCCESS", main)}, {}, {}});
+        row("disable, wrong PIN",
+            {"disable", 3, {wrong}, {at("IDS_PIN_DISABLE_FAILED", P)}, {P}, {}, 1, left2});
+        row("disable, last attempt wrong: PUK",
+            {"disable", 1, {wrong}, {locked, at("IDS_PIN_DISABLE_FAILED", P)}, {U}, {bc(579)}});
+        // Differing new PINs never reach the SIM; the PUK dialog leaves the entry to be corrected.
+        row("PUK, new PINs differ", {"puk",
+                                     10,
+                                     puk("12345678", "1111", "2222"),
+                                     {at("IDS_PIN_MSG_PIN_DIFFER", U)},
+                                     {U},
+                                     {},
+                                     0,
+                                     pukLeft10,
+                                     false});
+        row("PUK, right", {"puk", 10, goodPuk, {at("IDS_MAINFRM_UNLOCKPIN_SUCCESS")}, {}, {bc(578)}});
+        row("PUK, wrong",
+            {"puk", 10, badPuk, {at("IDS_PIN_PUK_FAILED", U)}, {U}, {}, 1, "IDS_MAINFRM_PUK_REMAIN_PROMPT9"});
+        row("PUK, last wrong: card blocked", {"puk", 1, badPuk, {at("IDS_MSG_CARD_BLOCKED")}, {}, {}});
+        row("PUK, count unknown: emptied, the dialog stays",
+            {"puk", 10, badPuk, {}, {U}, {}, 1, unknown, true, "ZELK_DevSrv_UnblockPin"});
+        row("change, right current PIN",
+            {"change", 3, goodChange, {at("IDS_MAINFRM_CHANGEPIN_SUCCESS", main)}, {}, {}});
+        row("change, new PINs differ: emptied",
+            {"change", 3, change("1234", "5678", "5679"), {at("IDS_PIN_MSG_PIN_DIFFER", M)}, {M}, {}, 0});
+        row("change, wrong current PIN", {"change", 3, badChange, {at("IDS_PIN_CHANGE_FAILED", M)}, {M}, {}});
+        row("change, last attempt wrong: PUK",
+            {"change", 1, badChange, {at("IDS_PIN_CHANGE_FAILED", M)}, {U}, {bc(579)}});
+        row("unlock code, right", {"cardlock", 5, {"=12345678"}, {}, {}, {bc(578)}});
+        row("unlock code, wrong",
+            {"cardlock", 5, {"=11112222"}, {}, {P}, {}, 1, "IDS_MAINFRM_PIN_REMAIN_PROMPT4"});
+        row("unlock code, last attempt wrong",
+            {"cardlock", 1, {"=11112222"}, {info(kCardBlockedFallback, main)}, {}, {}});
     }
     void submit()
     {
@@ -469,25 +471,12 @@ private slots:
         QCOMPARE(messages(), QStringList());
     }
 
-    void privilegeRefusal_data()
-    {
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("without a translation: built-in English")
-            << "none"
-            << "This method is not allowed for calling process privileges. Please use system's WWAN UI to "
-               "unblock the PIN";
-        QTest::newRow("with a translation") << "en"
-                                            << "";
-    }
+    // Without a translation loaded the refusal still reads in English.
     void privilegeRefusal()
     {
-        QFETCH(QString, language);
-        QFETCH(QString, text);
-        QVERIFY(Change::LoadLanguage(language));
-        if (text.isEmpty())
-            text = Change::tr(QStringLiteral("IDS_MSG_WWAN_PRIVILIGE"));
-        QVERIFY(text != QLatin1String("IDS_MSG_WWAN_PRIVILIGE"));
+        const QString text =
+            QStringLiteral("This method is not allowed for calling process privileges. Please use "
+                           "system's WWAN UI to unblock the PIN");
         pinRequired(0);
         zelk::sim::Device d = activeDevice();
         d.sim.unblockAllowed = false;
@@ -582,27 +571,6 @@ private slots:
         // Opened again, it starts empty.
         m_service->EnablePIN();
         QCOMPARE(field(kPinDlg)->text(), QString());
-    }
-
-    void closeAndEscapeAskToo_data()
-    {
-        QTest::addColumn<bool>("escape");
-        QTest::newRow("close button") << false;
-        QTest::newRow("Escape") << true;
-    }
-    void closeAndEscapeAskToo()
-    {
-        QFETCH(bool, escape);
-        open(QStringLiteral("verify"));
-        type(field(kVerifyDlg), QStringLiteral("1234"));
-        if (escape)
-            QTest::keyClick(field(kVerifyDlg), Qt::Key_Escape);
-        else
-            dialog(kVerifyDlg)->close();
-        QCOMPARE(messages().size(), 1);
-        QCOMPARE(openDialogs(), QStringList{kVerifyDlg});
-        QCOMPARE(field(kVerifyDlg)->text(), QStringLiteral("1234"));
-        QVERIFY(okButton(kVerifyDlg)->isEnabled());
     }
 
     void deviceSwitchOrRejectClosesTheDialog_data()
@@ -722,14 +690,6 @@ private slots:
                                 << "IDS_MAINFRM_PIN_VERIFY_WINDOWSTXT"
                                 << "DeviceMgrUI_VerifyPINTimes"
                                 << "IDS_MAINFRM_PIN_REMAIN_PROMPT|3";
-        QTest::newRow("enable") << "enable"
-                                << "IDS_MAINFRM_ENABLE_WINDOWSTXT"
-                                << "DeviceMgrUI_m_plabelPINTimes"
-                                << "IDS_MAINFRM_PIN_REMAIN_PROMPT|3";
-        QTest::newRow("unlock code") << "cardlock"
-                                     << "IDS_MAINFRM_CARDLOCKDLG_CAPTION"
-                                     << "DeviceMgrUI_m_plabelPINTimes"
-                                     << "IDS_MAINFRM_PIN_REMAIN_PROMPT|5";
         QTest::newRow("PUK") << "puk"
                              << "IDS_MAINFRM_PIN_UNLOCK_WINDOWSTXT"
                              << "DeviceMgrUI_labelPUK"
@@ -783,6 +743,132 @@ private slots:
         QCOMPARE(svc::logCount(QStringLiteral("8642")), 0);
         QVERIFY(svc::logCount(QStringLiteral("ZELK_DevSrv_VerifyPin")) > 0);
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+    }
+
+    // ---- LineEdit --------------------------------------------------------------------------------
+
+    void onlyDigitsUpToEight_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("letters refused") << "12ab34"
+                                         << "1234";
+        QTest::newRow("ninth digit refused") << "123456789"
+                                             << "12345678";
+    }
+    void onlyDigitsUpToEight()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, kept);
+        CodeField f;
+        QTest::keyClicks(f.edit, typed);
+        QCOMPARE(f.edit->text(), kept);
+        QCOMPARE(f.edit->echoMode(), QLineEdit::Password);
+        // What the screen shows is never the code.
+        QVERIFY(f.edit->displayText() != kept);
+    }
+
+    void cutNeverTakesTheCode_data()
+    {
+        QTest::addColumn<bool>("platformText");
+        // What a keyboard sends (the control character 0x18) and what a synthesised Ctrl+X carries.
+        QTest::newRow("control character") << true;
+        QTest::newRow("Ctrl with the letter") << false;
+    }
+    void cutNeverTakesTheCode()
+    {
+        QFETCH(bool, platformText);
+        CodeField f;
+        QTest::keyClicks(f.edit, QStringLiteral("2468"));
+        f.edit->selectAll();
+        if (platformText)
+            QTest::sendKeyEvent(QTest::Click, f.edit, Qt::Key_X, QString(QChar(0x18)), Qt::ControlModifier);
+        else
+            QTest::keyClick(f.edit, Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(f.edit->text(), QStringLiteral("2468"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("clipboard-before"));
+    }
+
+    // "Cut" only copies, and copying a password field yields nothing: the code stays where it is.
+    // Pasted letters are refused like typed ones.
+    void cutActionCopiesNothingAndKeepsTheCode()
+    {
+        CodeField f;
+        QTest::keyClicks(f.edit, QStringLiteral("8642"));
+        f.edit->selectAll();
+        action(f.edit, "DeviceMgrUI_VerifyCut")->trigger();
+        action(f.edit, "DeviceMgrUI_VerifyCopy")->trigger();
+        QTest::keyClick(f.edit, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(f.edit->text(), QStringLiteral("8642"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("clipboard-before"));
+        f.edit->clear();
+        QGuiApplication::clipboard()->setText(QStringLiteral("12ab"));
+        action(f.edit, "DeviceMgrUI_VerifyPaste")->trigger();
+        QCOMPARE(f.edit->text(), QString());
+    }
+
+    void contextMenuOffersTheReducedSet()
+    {
+        CodeField f;
+        QTest::keyClicks(f.edit, QStringLiteral("12"));
+        f.edit->ShowContextMenu(QPoint(5, 5));
+        auto* menu = f.edit->findChild<QMenu*>(QStringLiteral("DeviceMgrUI_VerifyMenu"));
+        QVERIFY(menu);
+        QTRY_VERIFY(menu->isVisible());
+        QStringList shown;
+        const auto actions = menu->actions();
+        for (QAction* a : actions)
+            if (!a->isSeparator())
+                shown << QStringLiteral("%1%2").arg(a->text(),
+                                                    a->isEnabled() ? QString() : QStringLiteral(" (off)"));
+        // Nothing selected: nothing to delete; there is text, so Undo and Select All are offered.
+        QCOMPARE(shown,
+                 (QStringList{"Undo", "Cut (off)", "Copy (off)", "Paste", "Delete (off)", "Select All"}));
+        menu->close();
+        QTRY_VERIFY(!f.edit->findChild<QMenu*>(QStringLiteral("DeviceMgrUI_VerifyMenu")));
+    }
+
+    // ---- SimDlg ----------------------------------------------------------------------------------
+
+    void confirmationBeforeAbandoning_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("stays");
+        QTest::newRow("close button, No") << "close" << 0 << true;
+        QTest::newRow("Escape, Yes") << "escape" << 1024 << false;
+    }
+    void confirmationBeforeAbandoning()
+    {
+        QFETCH(QString, how);
+        QFETCH(int, answer);
+        QFETCH(bool, stays);
+        Shell shell;
+        HostFramework::pushNextAnswer(answer);
+        if (how == QLatin1String("close"))
+            shell.dialog->close();
+        else
+            QTest::keyClick(shell.edit, Qt::Key_Escape);
+        QCOMPARE(simtest::messages(), QStringList{kQuestion});
+        QCOMPARE(shell.dialog->isVisible(), stays);
+        QVERIFY(!shell.dialog->m_bAsking);
+        // Kept: the digits are still there. Gone: nothing typed survives the dialog.
+        QCOMPARE(shell.edit->text(), stays ? QStringLiteral("1357") : QString());
+    }
+
+    // A close by the program asks nothing and re-arms the question for the next close by the user.
+    void closeWithoutAskingRearms()
+    {
+        Shell shell(false);
+        shell.dialog->close();
+        QVERIFY(!shell.dialog->isVisible());
+        QCOMPARE(simtest::messages(), QStringList());
+        QVERIFY(shell.dialog->m_bAskOnClose);
+        QCOMPARE(shell.edit->text(), QString());
+        shell.dialog->show();
+        shell.dialog->close();
+        QCOMPARE(simtest::messages(), QStringList{kQuestion});
+        QVERIFY(shell.dialog->isVisible());
     }
 
     // ---- the card's network lock -----------------------------------------------------------------
