@@ -304,6 +304,7 @@ private slots:
         QTest::newRow("available") << 3 << QString() << 3 << true << 3;
         QTest::newRow("initialising") << 2 << QString() << 2 << false << 3;
         QTest::newRow("status fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevStatus") << 0 << false << 1;
+        QTest::newRow("name fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDeviceName") << 0 << false << 2;
         QTest::newRow("port fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevicePort") << 0 << false << 3;
     }
     void systemDevStatus()
@@ -391,6 +392,92 @@ private slots:
         QCOMPARE(m_logic->GetCurrentDevicePortNo(), port);
         QCOMPARE(callCount("ZELK_DevSrv_GetDeviceName"), 2);
         QCOMPARE(callCount("ZELK_DevSrv_GetDevicePort"), 1);
+    }
+
+    // A status query that fails leaves the caller's value alone and says so.
+    void deviceStatus()
+    {
+        _ZELK_EN_DEVICE_STATUS out = _ZELK_EN_DEVICE_STATUS(77);
+        QCOMPARE(m_logic->GetDeviceStatus(out), 0);
+        QCOMPARE(int(out), 3);
+        out = _ZELK_EN_DEVICE_STATUS(77);
+        sim::failNext("ZELK_DevSrv_GetDevStatus");
+        QCOMPARE(m_logic->GetDeviceStatus(out), 15);
+        QCOMPARE(int(out), 77);
+    }
+
+    // The radio switch asks the device first and changes only what differs; 15: no switch to turn.
+    void switchRF_data()
+    {
+        QTest::addColumn<bool>("switchable");
+        QTest::addColumn<bool>("radioOn");
+        QTest::addColumn<bool>("request");
+        QTest::addColumn<QString>("failing");
+        QTest::addColumn<int>("expected");
+        QTest::addColumn<int>("setCalls");
+        QTest::newRow("off -> on") << true << false << true << "" << 0 << 1;
+        QTest::newRow("on -> off") << true << true << false << "" << 0 << 1;
+        QTest::newRow("already on") << true << true << true << "" << 0 << 0;
+        QTest::newRow("no radio switch") << false << false << true << "" << 15 << 0;
+        QTest::newRow("read fails") << true << true << false << "ZELK_DevSrv_GetRFSwitch" << 1 << 0;
+        QTest::newRow("switch fails") << true << false << true << "ZELK_DevSrv_SetRFSwitch" << 1 << 1;
+    }
+    void switchRF()
+    {
+        QFETCH(bool, switchable);
+        QFETCH(bool, radioOn);
+        QFETCH(bool, request);
+        QFETCH(QString, failing);
+        QFETCH(int, expected);
+        QFETCH(int, setCalls);
+        QVERIFY(changeActiveDevice([&](sim::Device& d) {
+            d.radio.switchable = switchable;
+            d.radio.softwareOn = radioOn;
+        }));
+        sim::clearCalls();
+        if (!failing.isEmpty())
+            sim::failNext(failing.toStdString());
+        QCOMPARE(m_logic->SwitchRFMode(request), expected);
+        QCOMPARE(callCount("ZELK_DevSrv_GetRFSwitch"), 1);
+        QCOMPARE(callCount("ZELK_DevSrv_SetRFSwitch"), setCalls);
+        if (setCalls)
+            QCOMPARE(sim::calls("ZELK_DevSrv_SetRFSwitch").front().args.front(),
+                     std::string(request ? "1" : "0"));
+        QCOMPARE(activeDevice().radio.softwareOn, expected == 0 && setCalls ? request : radioOn);
+    }
+
+    // Offline and packet detach: one SDK call each (detach with state 0), 15 when the SDK refuses.
+    void offlineAndDetach()
+    {
+        for (const bool fail : {false, true}) {
+            sim::reset();
+            sim::clearCalls();
+            if (fail) {
+                sim::failNext("ZELK_DevSrv_SetOffline");
+                sim::failNext("ZELK_NetSrv_SetPSState");
+            }
+            QCOMPARE(m_logic->SetOffline(), fail ? 15 : 0);
+            QCOMPARE(m_logic->DetachGPRS(), fail ? 15 : 0);
+            QCOMPARE(callCount("ZELK_DevSrv_SetOffline"), 1);
+            QCOMPARE(sim::calls("ZELK_NetSrv_SetPSState").front().args.front(), std::string("0"));
+            QCOMPARE(activeDevice().offline, !fail);
+            QCOMPARE(activeDevice().packetAttached, fail);
+        }
+    }
+
+    // The host's dial-up connection is ended (reason 0) when there is one, whether or not it ends.
+    void interruptServers()
+    {
+        DialupService* dialup = HostFramework::dialupService();
+        for (const int result : {0, 5}) {
+            dialup->resetCounts();
+            dialup->setConnected(true);
+            dialup->setDisconnectResult(result);
+            sim::clearCalls();
+            m_logic->InterruptServers();
+            QCOMPARE(dialup->disconnectReasons(), QList<int>{0});
+            QCOMPARE(allCallCount(), 0);
+        }
     }
 
     void interruptServersWithoutContainer()

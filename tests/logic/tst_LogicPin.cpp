@@ -272,6 +272,7 @@ private slots:
             << int(DEVMGR_CARD_LOCK) << "87654321" << 1 << "ZELK_DevSrv_VerifyCardLock";
         QTest::newRow("verify, short") << int(DEVMGR_PIN_VERIFY) << "123" << 1 << "";
         QTest::newRow("enable, long") << int(DEVMGR_PIN_ENABLE) << "123456789" << 1 << "";
+        QTest::newRow("disable, long") << int(DEVMGR_PIN_DISABLE) << "123456789" << 1 << "";
         QTest::newRow("card lock, long") << int(DEVMGR_CARD_LOCK) << "123456789" << 1 << "";
         QTest::newRow("ready") << int(DEVMGR_PIN_READY) << "1234" << 1 << "";
         QTest::newRow("change PIN") << int(DEVMGR_CHANGE_PIN) << "1234" << 1 << "";
@@ -300,6 +301,20 @@ private slots:
             QCOMPARE(sim::calls(sdkFunction.toStdString()).front().args.front(),
                      std::string(request == DEVMGR_CARD_LOCK ? "****" : "0"));
     }
+    // The attempts after a failed enable or disable: one fewer, and the PUK after the last one.
+    void enableDisableErrorBookkeeping()
+    {
+        for (const QPoint& p : {QPoint(3, 2), QPoint(1, 0), QPoint(0, -1)}) {
+            m_logic->init();
+            m_logic->m_iRetryTimes = p.x();
+            sim::clearCalls();
+            m_logic->handleEnableDisableErrorCondition();
+            QCOMPARE(m_logic->m_iRetryTimes, p.y());
+            QCOMPARE(m_logic->GetStoredPinStatus(), p.x() == 1 ? 3 : 0);
+            QCOMPARE(allCallCount(), 0);
+        }
+    }
+
     void enableStatusReadFails()
     {
         setCard(card(false));

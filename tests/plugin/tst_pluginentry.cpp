@@ -85,6 +85,24 @@ private slots:
         QVERIFY(m_plugin->qt_metacast("com.qorvex.tessaro.plugin.INotify") != ui);
     }
 
+    // What the host reads to keep, show and release the plugin.
+    void hostContractAnswers()
+    {
+        m_plugin = qt_plugin_instance();
+        auto* ui = qobject_cast<IUIPlugin*>(m_plugin.data());
+        QVERIFY(ui);
+        QCOMPARE(ui->GetPluginName(), QStringLiteral("DeviceMgrUI"));
+        QVERIFY(ui->GetCLSID().isNull());
+        QCOMPARE(ui->IsAllowRelease(), false);
+        QCOMPARE(ui->IsReady(), true);
+        QCOMPARE(ui->GetPluginType() + ui->GetVersion() + ui->GetLastError() + unsigned(ui->DoModal()), 1u);
+        QRect rect(1, 2, 3, 4);
+        ui->FitSize(rect);
+        ui->Hide();
+        ui->Release();
+        QCOMPARE(rect, QRect(1, 2, 3, 4));
+    }
+
     void changeLang_data()
     {
         QTest::addColumn<QString>("lang");

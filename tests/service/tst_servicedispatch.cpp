@@ -172,6 +172,8 @@ private slots:
         QTest::newRow("all registered") << QString() << true << 1 << 1 << 1 << true;
         QTest::newRow("init events refused: stops at once")
             << "ZELK_DevSrv_RegisterDevInitEventCallback" << false << 0 << 0 << 0 << false;
+        QTest::newRow("multi-device events refused: goes on")
+            << "ZELK_DevSrv_RegisterMultiDeviceEventCallback" << false << 1 << 1 << 0 << true;
         QTest::newRow("device events refused: goes on")
             << "ZELK_DevSrv_RegisterDevMgrCallback" << false << 1 << 0 << 1 << true;
     }
@@ -408,6 +410,7 @@ private slots:
         // The PIN check at the end of the first-frame work reads the state (the PIN request is off).
         QTest::newRow("valid SIM") << false << 1u << QStringList() << 0 << 0;
         QTest::newRow("SIM invalid: 579 and the message") << true << 1u << QStringList{bc(579)} << 1 << 0;
+        QTest::newRow("SIM without PIN (240)") << false << 240u << QStringList() << 0 << 0;
     }
     void firstFrameWork()
     {
@@ -447,6 +450,20 @@ private slots:
             if (r.kind == QLatin1String("subscribe") && r.clsid == QLatin1String(CALLSRV_PLUGIN_CLSID))
                 subscribed << r.code;
         QCOMPARE(subscribed, (QList<uint>{784, 785, 786, 787}));
+    }
+
+    // The detection request goes to the SDK once, whether it accepts it or not.
+    void startDetectDevice()
+    {
+        start();
+        for (const bool fails : {false, true}) {
+            zelk::sim::clearCalls();
+            if (fails)
+                zelk::sim::failNext("ZELK_DevSrv_DetectDevice");
+            m_service->StartDetectDevice();
+            QCOMPARE(svc::callCount("ZELK_DevSrv_DetectDevice"), 1);
+        }
+        QVERIFY(zelk::sim::waitForIdle(5000));
     }
 
     void firstFrameWithoutLogicStops()
@@ -584,6 +601,9 @@ private slots:
         QTest::newRow("CDMA default") << 1 << "Nano SIM"
                                       << ""
                                       << "UIM";
+        QTest::newRow("CDMA configured") << 1 << "Nano SIM"
+                                         << "R-UIM"
+                                         << "R-UIM";
     }
     void messageCarriesTheCardWord()
     {

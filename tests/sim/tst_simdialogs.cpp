@@ -281,6 +281,19 @@ private slots:
         QVERIFY(HostFramework::mainMenuService()->deviceRefreshCount() >= 1);
     }
 
+    // Ready with the card locked to another network: the SIM is not usable yet.
+    void readyWithLockedCardReportsNotReady()
+    {
+        customisation(QStringLiteral("2"));
+        cardLock(1);
+        start();
+        m_service->launchSpecificPinDlg(DEVMGR_PIN_READY);
+        QCOMPARE(svc::sent(), QStringList{bc(579)});
+        QVERIFY(m_service->isValidPinState());
+        QVERIFY(!m_service->IsValidSim());
+        QCOMPARE(m_service->cardState(), 1);
+    }
+
     // Before the frame, with the check suspended, or when the state cannot be read: nothing opens.
     void startupCheckShowsNothing_data()
     {
@@ -680,43 +693,39 @@ private slots:
 
     // ---- language and privacy --------------------------------------------------------------------
 
+    // Each dialog's title and labels follow the host's language notification; the count shown stays.
     void languageChangeRetranslatesEveryDialog_data()
     {
-        QTest::addColumn<QString>("which");
-        QTest::addColumn<QString>("titleKey");
-        QTest::addColumn<QString>("labelName");
-        QTest::addColumn<QString>("labelText");
-        QTest::newRow("verify") << "verify"
-                                << "IDS_MAINFRM_PIN_VERIFY_WINDOWSTXT"
-                                << "DeviceMgrUI_VerifyPINTimes"
-                                << "IDS_MAINFRM_PIN_REMAIN_PROMPT|3";
-        QTest::newRow("PUK") << "puk"
-                             << "IDS_MAINFRM_PIN_UNLOCK_WINDOWSTXT"
-                             << "DeviceMgrUI_labelPUK"
-                             << "IDS_MAINFRM_INPUT_PUK_PROMPT|";
-        QTest::newRow("change") << "change"
-                                << "IDS_MAINFRM_PIN_CHANGE_WINDOWSTXT"
-                                << "DeviceMgrUI_labelConfirmPIN"
-                                << "IDS_MAINFRM_INPUT_NEW_PIN_PROMPT2|";
+        QTest::addColumn<QStringList>("d"); // dialog, title key, label name, label key, what follows the text
+        QTest::newRow("verify") << QStringList{"verify", "IDS_MAINFRM_PIN_VERIFY_WINDOWSTXT",
+                                               "DeviceMgrUI_VerifyPINTimes", "IDS_MAINFRM_PIN_REMAIN_PROMPT",
+                                               "3"};
+        QTest::newRow("enable") << QStringList{"enable", "IDS_MAINFRM_ENABLE_WINDOWSTXT",
+                                               "DeviceMgrUI_m_plabelPINTimes",
+                                               "IDS_MAINFRM_PIN_REMAIN_PROMPT", "3"};
+        QTest::newRow("unlock code") << QStringList{"cardlock", "IDS_MAINFRM_CARDLOCKDLG_CAPTION",
+                                                    "DeviceMgrUI_m_plabelPINTimes",
+                                                    "IDS_MAINFRM_PIN_REMAIN_PROMPT", "5"};
+        QTest::newRow("PUK") << QStringList{"puk", "IDS_MAINFRM_PIN_UNLOCK_WINDOWSTXT",
+                                            "DeviceMgrUI_labelPUK", "IDS_MAINFRM_INPUT_PUK_PROMPT", ""};
+        QTest::newRow("change") << QStringList{"change", "IDS_MAINFRM_PIN_CHANGE_WINDOWSTXT",
+                                               "DeviceMgrUI_labelConfirmPIN",
+                                               "IDS_MAINFRM_INPUT_NEW_PIN_PROMPT2", ""};
     }
     void languageChangeRetranslatesEveryDialog()
     {
-        QFETCH(QString, which);
-        QFETCH(QString, titleKey);
-        QFETCH(QString, labelName);
-        QFETCH(QString, labelText);
-        const QString name = open(which);
-        QCOMPARE(dialog(name)->windowTitle(), titleKey);
+        QFETCH(QStringList, d);
+        const QString name = open(d[0]);
+        QCOMPARE(dialog(name)->windowTitle(), d[1]);
         zelk::sim::clearCalls();
         QVERIFY(Change::LoadLanguage(QStringLiteral("de")));
         m_service->Notify(NTF_LANGUAGE_CHANGED, 0, 0);
-        QCOMPARE(dialog(name)->windowTitle(), Change::tr(titleKey));
-        QVERIFY(dialog(name)->windowTitle() != titleKey);
-        QCOMPARE(simtest::labelText(name, labelName), Change::tr(labelText.section(QLatin1Char('|'), 0, 0)) +
-                                                          labelText.section(QLatin1Char('|'), 1));
+        QCOMPARE(dialog(name)->windowTitle(), Change::tr(d[1]));
+        QVERIFY(dialog(name)->windowTitle() != d[1]);
+        QCOMPARE(labelText(name, d[2]), Change::tr(d[3]) + d[4]);
         QVERIFY(button(name, Change::tr(QStringLiteral("IDS_MAINFRM_CANCEL_PROMPT"))));
         // No new SDK reads: the count shown is the one already read.
-        if (which == QLatin1String("verify"))
+        if (name == kVerifyDlg)
             QCOMPARE(svc::callCount("ZELK_DevSrv_GetPinStatus"), 0);
     }
 
@@ -807,6 +816,24 @@ private slots:
         QCOMPARE(f.edit->text(), QString());
     }
 
+    // Undo, Delete, Select All and Paste work as in any password field; a deleted code does not come
+    // back with Undo.
+    void editingActions()
+    {
+        CodeField f;
+        QTest::keyClicks(f.edit, QStringLiteral("1234"));
+        action(f.edit, "DeviceMgrUI_VerifyUndo")->trigger();
+        QVERIFY(f.edit->text().size() < 4);
+        f.edit->setText(QStringLiteral("1234"));
+        action(f.edit, "DeviceMgrUI_VerifySelectAll")->trigger();
+        action(f.edit, "DeviceMgrUI_VerifyDelete")->trigger();
+        action(f.edit, "DeviceMgrUI_VerifyUndo")->trigger();
+        QCOMPARE(f.edit->text(), QString());
+        QGuiApplication::clipboard()->setText(QStringLiteral("56"));
+        action(f.edit, "DeviceMgrUI_VerifyPaste")->trigger();
+        QCOMPARE(f.edit->text(), QStringLiteral("56"));
+    }
+
     void contextMenuOffersTheReducedSet()
     {
         CodeField f;
@@ -836,6 +863,7 @@ private slots:
         QTest::addColumn<int>("answer");
         QTest::addColumn<bool>("stays");
         QTest::newRow("close button, No") << "close" << 0 << true;
+        QTest::newRow("close button, Yes") << "close" << 1024 << false;
         QTest::newRow("Escape, Yes") << "escape" << 1024 << false;
     }
     void confirmationBeforeAbandoning()

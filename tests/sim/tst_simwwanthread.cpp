@@ -71,6 +71,17 @@ private slots:
         QCOMPARE(svc::callCount("ZELK_DevSrv_IsWWanReady"), 0);
     }
 
+    void blockedSimNeverWaits()
+    {
+        pinRequired(0, 0);
+        waitingPlatform(false);
+        start();
+        m_service->checkPINWithWin7();
+        QVERIFY(!m_service->win7Thread());
+        QCOMPARE(messages(), QStringList{info(QStringLiteral("IDS_PIN_SIM_LOCKED"), "TestMainWindow")});
+        QCOMPARE(svc::callCount("ZELK_DevSrv_IsWWanReady"), 0);
+    }
+
     void readyAtOnce_data()
     {
         QTest::addColumn<bool>("ready");
@@ -110,6 +121,7 @@ private slots:
     {
         QTest::addColumn<QString>("how");
         QTest::newRow("Stop()") << "stop";
+        QTest::newRow("device switch") << "switch";
         QTest::newRow("application quits") << "quit";
     }
     void neverReadyThenStopped()
