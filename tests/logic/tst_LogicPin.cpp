@@ -87,32 +87,6 @@ private slots:
         m_host.shutdown();
     }
 
-    // Only lengths count here (the fields restrict the characters); two PINs match when equal and valid.
-    void codeRules_data()
-    {
-        QTest::addColumn<QString>("code");
-        QTest::addColumn<bool>("pinValid");
-        QTest::addColumn<bool>("pukValid");
-        QTest::addColumn<QString>("other");
-        QTest::addColumn<int>("compared");
-        QTest::newRow("3 digits") << "123" << false << false << "123" << 15;
-        QTest::newRow("4 digits") << "1234" << true << false << "1234" << 0;
-        QTest::newRow("8 digits") << "12345678" << true << true << "12345679" << 15;
-        QTest::newRow("9 digits") << "123456789" << false << false << "123456789" << 15;
-        QTest::newRow("8 letters") << "abcdefgh" << true << true << "abcdefgh" << 0;
-        QTest::newRow("empty") << "" << false << false << "1234" << 15;
-    }
-    void codeRules()
-    {
-        QFETCH(QString, code);
-        QFETCH(bool, pinValid);
-        QFETCH(bool, pukValid);
-        QFETCH(QString, other);
-        QFETCH(int, compared);
-        QCOMPARE(m_logic->isPINValid(code), pinValid);
-        QCOMPARE(m_logic->isPUKValid(code), pukValid);
-        QCOMPARE(m_logic->ValidatePINs(code, other), compared);
-    }
     void pinStatusMapping_data()
     {
         QTest::addColumn<int>("status");
@@ -241,7 +215,6 @@ private slots:
         // A fresh settings file: the key is not there yet.
         QTest::newRow("missing") << QString() << false << 3;
         QTest::newRow("0 support unlock") << "0" << true << 0;
-        QTest::newRow("1 only reminder") << "1" << true << 1;
         QTest::newRow("3 exit") << "3" << true << 3;
         QTest::newRow("7") << "7" << true << 3;
         QTest::newRow("padded 1") << " 1" << true << 3;

