@@ -213,6 +213,7 @@ private slots:
     void eventTable_data()
     {
         QTest::addColumn<Ev>("e");
+        const auto row = [](const char* name, const Ev& e) { QTest::newRow(name) << e; };
         const QString idle = QStringLiteral("init=0 validSim=1 avail=0 simReady=0 fp=0");
         const QString avail = QStringLiteral("init=0 validSim=1 avail=1 simReady=0 fp=0");
         const QString ready = QStringLiteral("init=0 validSim=1 avail=1 simReady=1 fp=0");
@@ -221,39 +222,44 @@ private slots:
         const QStringList none;
         const QString dialup = to(DIALUP_PLUGIN_CLSID, 512), mini = to(MINIFRAME_PLUGIN_CLSID, 582);
         // Initialisation events; a code the table lacks still reaches the handler when injected there.
-        QTest::newRow("6000 start") << Ev{
-            6000, true, {}, -1, 2, false, none, "0/0/0", "init=1 validSim=1 avail=0 simReady=0 fp=0"};
-        QTest::newRow("6002 frame shown") << Ev{6002, true, {}, -1, 2, true, none, "0/0/0", noSim, "", 0, 1};
-        QTest::newRow("6008 before frame: no plugin selection")
-            << Ev{6008, true, {}, -1, 2, false, {bc(581)}, "1/0/0", avail};
-        QTest::newRow("6008 frame shown: IMSI read")
-            << Ev{6008, true, {}, -1, 2, true, {bc(581)}, "1/0/0", avail, "", 1};
-        QTest::newRow("6014 device available") << Ev{6014, true, {}, -1, 2, false, {dialup}, "0/0/0", ready};
-        QTest::newRow("6016 before frame") << Ev{6016, true, {}, -1, 2, false, {mini}, "0/0/0", idle};
-        QTest::newRow("6016 frame shown") << Ev{6016, true, {}, -1, 2, true, {mini}, "1/1/1", idle};
-        QTest::newRow("6018 frame shown")
-            << Ev{6018, true, {}, -1, 2, true, none, "0/0/0", "init=0 validSim=1 avail=0 simReady=0 fp=1",
-                  "",   0,    0,  1};
-        QTest::newRow("6001 not in the table") << Ev{6001, true, {}, -1, 2, true, none, "0/0/0", idle};
+        row("6000 start",
+            {6000, true, {}, -1, 2, false, none, "0/0/0", "init=1 validSim=1 avail=0 simReady=0 fp=0"});
+        row("6002 frame shown", {6002, true, {}, -1, 2, true, none, "0/0/0", noSim, "", 0, 1});
+        row("6008 before frame: no plugin selection",
+            {6008, true, {}, -1, 2, false, {bc(581)}, "1/0/0", avail});
+        row("6008 frame shown: IMSI read", {6008, true, {}, -1, 2, true, {bc(581)}, "1/0/0", avail, "", 1});
+        row("6014 device available", {6014, true, {}, -1, 2, false, {dialup}, "0/0/0", ready});
+        row("6016 before frame", {6016, true, {}, -1, 2, false, {mini}, "0/0/0", idle});
+        row("6016 frame shown", {6016, true, {}, -1, 2, true, {mini}, "1/1/1", idle});
+        row("6018 frame shown", {6018,
+                                 true,
+                                 {},
+                                 -1,
+                                 2,
+                                 true,
+                                 none,
+                                 "0/0/0",
+                                 "init=0 validSim=1 avail=0 simReady=0 fp=1",
+                                 "",
+                                 0,
+                                 0,
+                                 1});
+        row("6001 not in the table", {6001, true, {}, -1, 2, true, none, "0/0/0", idle});
         // Device and multi-device events.
-        QTest::newRow("6500 about to change") << Ev{6500, false, {}, -1, 2, false, {bc(583)}, "0/0/0", idle};
-        QTest::newRow("6501 changed") << Ev{6501, false, {}, -1, 2, false, {bc(584)}, "0/0/0", avail};
-        QTest::newRow("6600 active, frame shown")
-            << Ev{6600, false, {}, -1, 2, true, none, "0/1/0", avail, "IDS_DETECTE_DEVICE"};
-        QTest::newRow("6601 reject, frame shown")
-            << Ev{6601, false, {}, 0, 2, true, {bc(579)}, "1/1/1", idle, "IDS_DEVICE_INVALID"};
-        QTest::newRow("6604 switch, frame shown")
-            << Ev{6604, false, {}, -1, 2, true, {bc(579)}, "1/1/1", idle};
-        QTest::newRow("6606 detected, two devices, no chooser")
-            << Ev{6606, false, {}, 2, 2, true, none, "0/0/0", idle};
-        QTest::newRow("6010 list changed") << Ev{6010, false, {}, 1, 2, true, none, "0/0/0", idle};
-        QTest::newRow("6619 SIM 1, card usable")
-            << Ev{6619, false, {1}, -1, 2, false, {bc(578)}, "1/0/0", simReady};
-        QTest::newRow("6619 SIM 1, card locked")
-            << Ev{6619, false, {1}, -1, 1, false, {bc(579)}, "1/0/0", simReady};
-        QTest::newRow("6619 SIM 0") << Ev{6619, false, {0}, -1, 2, false, {bc(579)}, "1/0/0", idle};
-        QTest::newRow("6616 power") << Ev{6616, false, {1}, -1, 2, false, {bc(854, 1)}, "0/0/0", idle};
-        QTest::newRow("7000 unknown") << Ev{7000, false, {}, -1, 2, true, none, "0/0/0", idle};
+        row("6500 about to change", {6500, false, {}, -1, 2, false, {bc(583)}, "0/0/0", idle});
+        row("6501 changed", {6501, false, {}, -1, 2, false, {bc(584)}, "0/0/0", avail});
+        row("6600 active, frame shown",
+            {6600, false, {}, -1, 2, true, none, "0/1/0", avail, "IDS_DETECTE_DEVICE"});
+        row("6601 reject, frame shown",
+            {6601, false, {}, 0, 2, true, {bc(579)}, "1/1/1", idle, "IDS_DEVICE_INVALID"});
+        row("6604 switch, frame shown", {6604, false, {}, -1, 2, true, {bc(579)}, "1/1/1", idle});
+        row("6606 detected, two devices, no chooser", {6606, false, {}, 2, 2, true, none, "0/0/0", idle});
+        row("6010 list changed", {6010, false, {}, 1, 2, true, none, "0/0/0", idle});
+        row("6619 SIM 1, card usable", {6619, false, {1}, -1, 2, false, {bc(578)}, "1/0/0", simReady});
+        row("6619 SIM 1, card locked", {6619, false, {1}, -1, 1, false, {bc(579)}, "1/0/0", simReady});
+        row("6619 SIM 0", {6619, false, {0}, -1, 2, false, {bc(579)}, "1/0/0", idle});
+        row("6616 power", {6616, false, {1}, -1, 2, false, {bc(854, 1)}, "0/0/0", idle});
+        row("7000 unknown", {7000, false, {}, -1, 2, true, none, "0/0/0", idle});
     }
     void eventTable()
     {
@@ -595,15 +601,11 @@ private slots:
         QTest::addColumn<QString>("simtype");
         QTest::addColumn<QString>("uimtype");
         QTest::addColumn<QString>("word");
-        QTest::newRow("GSM configured") << 2 << "Nano SIM"
-                                        << "R-UIM"
-                                        << "Nano SIM";
-        QTest::newRow("CDMA default") << 1 << "Nano SIM"
-                                      << ""
-                                      << "UIM";
-        QTest::newRow("CDMA configured") << 1 << "Nano SIM"
-                                         << "R-UIM"
-                                         << "R-UIM";
+        QTest::newRow("GSM configured")
+            << 2 << QStringLiteral("Nano SIM") << QStringLiteral("R-UIM") << "Nano SIM";
+        QTest::newRow("CDMA default") << 1 << QStringLiteral("Nano SIM") << QString() << "UIM";
+        QTest::newRow("CDMA configured")
+            << 1 << QStringLiteral("Nano SIM") << QStringLiteral("R-UIM") << "R-UIM";
     }
     void messageCarriesTheCardWord()
     {
@@ -749,28 +751,6 @@ private slots:
         QCOMPARE(svc::sent(), QStringList());
         QCOMPARE(zelk::sim::calls().size(), std::size_t(0));
         QCOMPARE(HostFixture::visibleTopLevels().size(), 0);
-    }
-
-    void lteSupportFollowsTheBands_data()
-    {
-        QTest::addColumn<bool>("lte");
-        QTest::addColumn<bool>("fails");
-        QTest::addColumn<bool>("result");
-        QTest::newRow("LTE bands") << true << false << true;
-        QTest::newRow("query fails") << true << true << false;
-    }
-    void lteSupportFollowsTheBands()
-    {
-        QFETCH(bool, lte);
-        QFETCH(bool, fails);
-        QFETCH(bool, result);
-        zelk::sim::Device d = activeDevice();
-        d.radio.lte = lte;
-        QVERIFY(zelk::sim::updateDevice(d));
-        startUi(false);
-        if (fails)
-            zelk::sim::failNext("ZELK_NetSrv_GetBandListAndOrderEx");
-        QCOMPARE(m_service->DevIsSupportLTE(), result);
     }
 };
 
