@@ -1,4 +1,5 @@
-// Plugin container: lookups, loading fixture plugins (and refusing broken ones), plugin sets.
+// Plugin container: loading fixture plugins (and refusing broken ones), plugin sets. Lookups of the
+// host's services are played by every plugin suite that reaches the dial-up or frame service.
 #include "HostFixture.h"
 
 #include "CommonUtils.h"
@@ -7,10 +8,8 @@
 #include "HostServices.h"
 #include "PluginContainer.h"
 #include "PluginInterfaces.h"
-#include "Startup.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
@@ -62,41 +61,6 @@ private slots:
     {
         m_host.shutdown();
         HostFramework::setPluginLibraryPath(QString());
-    }
-
-    void lookupByClsidAndKind_data()
-    {
-        QTest::addColumn<QString>("clsid");
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QByteArray>("iid"); // empty: the lookup must fail
-
-        QTest::newRow("notification service")
-            << NOTIFY_PLUGIN_CLSID << int(NOTIFY_PLUGIN_ID) << QByteArray(INotifyService_iid);
-        QTest::newRow("main frame") << MAINFRAME_PLUGIN_CLSID << int(MAINFRAME_PLUGIN_ID)
-                                    << QByteArray(IMainFrameUIService_iid);
-        QTest::newRow("right clsid, wrong kind")
-            << NOTIFY_PLUGIN_CLSID << int(DIALUP_PLUGIN_ID) << QByteArray();
-        QTest::newRow("lower-case groups upper-cased")
-            << QStringLiteral(MAINFRAME_PLUGIN_CLSID).toUpper() << int(MAINFRAME_PLUGIN_ID) << QByteArray();
-        QTest::newRow("empty clsid") << QString() << int(NOTIFY_PLUGIN_ID) << QByteArray();
-    }
-    void lookupByClsidAndKind()
-    {
-        QFETCH(QString, clsid);
-        QFETCH(int, kind);
-        QFETCH(QByteArray, iid);
-
-        IPluginContainer* container = Startup::GetPluginContainer();
-        QVERIFY(container);
-        // Every lookup leaves a trace in the log, found or not.
-        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("GetPlugin")));
-        QObject* plugin = container->GetPlugin(clsid, kind);
-        if (iid.isEmpty()) {
-            QVERIFY(!plugin);
-            return;
-        }
-        QVERIFY(plugin);
-        QVERIFY2(plugin->qt_metacast(iid.constData()), iid.constData());
     }
 
     void loadAndUnloadFixturePlugin()
