@@ -752,7 +752,6 @@ private slots:
         QCOMPARE(m_service->DisableRF(), 13);
         m_service->DetatchGPRS();
         m_service->SetOffline();
-        m_service->ShowChooseDevice();
         QCOMPARE(svc::sent(), QStringList());
         QCOMPARE(zelk::sim::calls().size(), std::size_t(0));
         QCOMPARE(HostFixture::visibleTopLevels().size(), 0);
