@@ -58,12 +58,12 @@ class tst_ActivationManual : public QObject
         return out.filter(QRegExp("^(GetESN|Verify|Update|Manual)")).join(' ');
     }
 
-    void open(const QByteArray& xml, int lock = 0, const QString& esn = "1A2B3C4D", const QString& meid = "0")
+    void open(const QByteArray& xml, int lock = 0, const QString& esn = "1A2B3C4D", const QString& meid = "")
     {
         zelk::sim::Device d = simtest::activeDevice();
         d.cdma.lockStatus = lock;
         d.cdma.esn = esn.toStdString();
-        d.cdma.meid = meid.leftJustified(14, '0').toStdString();
+        d.cdma.meid = meid.isEmpty() ? "A0000012345678" : meid.toStdString();
         QVERIFY(zelk::sim::updateDevice(d));
         QVERIFY(acttest::installActiveXml(m_root, acttest::activeXml("<activetype>1</activetype>" + xml)));
         ActivationWizard::Instance()->showActivationDlg(m_host.mainWindow());
@@ -87,65 +87,57 @@ private slots:
     }
     void cleanupTestCase() { m_host.shutdown(); }
 
-    // "ESN MEID showtype prompt number": showtype "-" has displaycode 0, ESN "fail" is unreadable.
-    void identity_data()
+    // "lock status|ESN|MEID|showtype ("-": displaycode 0)|keys|identity shown|after Next|page when
+    // opened again": an empty ESN or MEID is the card's own, ESN "fail" cannot be read.
+    void lockPages_data()
     {
         QTest::addColumn<QStringList>("row");
         // clang-format off
         for (const char* row : {
-                 "1A2B3C4D A0000012345678 0 ESN 02602833485", "FFFFFFFF A0000012345678 0 ESN 25516777215",
-                 "00000000 A0000012345678 0 ESN 00000000000", "1A2B3C4D A0000012345678 1 ESN 1A2B3C4D",
-                 "80ABCDEF A0000012345678 0 MEID 268435457803430008", "8aBCDEF0 A0000012345678 1 ESN 8aBCDEF0",
-                 "80ABCDEF FFFFFFFFFFFFFF 0 MEID 429496729516777215", "1A2B3C4D A0000012345678 - hidden",
-                 "80ABCDEF A0000012345678 1 MEID A0000012345678", "fail A0000012345678 0 empty"})
+                 "1|||0||ESN 02602833485", "1|FFFFFFFF||0||ESN 25516777215", "1|00000000||0||ESN 00000000000",
+                 "1|||1||ESN 1A2B3C4D", "1|80ABCDEF||0||MEID 268435457803430008", "1|8aBCDEF0||1||ESN 8aBCDEF0",
+                 "1|80ABCDEF|FFFFFFFFFFFFFF|0||MEID 429496729516777215", "1|80ABCDEF||1||MEID A0000012345678",
+                 "1|||-||hidden", "1|fail||0||empty", "2|||-|12345||3 off -|3", "2|||-|1234567||2 off -|2",
+                 "2|||-|1a2b3-c456||2 off -|2", "2|||-|111111||7 off IDS_MSL_FAILED|3", "1|||-|654321|hidden|2 off -|2",
+                 "1|||-|111111|hidden|7 off IDS_SPC_FAILED|1 IDS_MAINFRM_CARDLOCKDLG_LEFTTIMES2",
+                 "3|||-|||0 off -|0", "-1|||-|||7 off IDS_ACTIVE_FAILED|2"})
             // clang-format on
-            QTest::newRow(row) << QString(row).split(' ');
-    }
-    void identity()
-    {
-        QFETCH(QStringList, row);
-        const bool fail = row[0] == "fail", shown = row[2] != "-";
-        if (fail)
-            zelk::sim::failNext("ZELK_DevSrv_GetESN");
-        open(shown ? "<displaycode>1</displaycode><showtype>" + row[2].toLatin1() + "</showtype>"
-                   : "<displaycode>0</displaycode>",
-             ZELK_OTKSL_OTKSL, fail ? "1A2B3C4D" : row[0], row[1]);
-        const QString want = !shown ? "hidden|hidden|hidden"
-                             : fail ? "||"
-                                    : QString("IDS_ESN_MSG|IDS_%1_PROMPT|%2").arg(row[3], row[4]);
-        QCOMPARE(label("LabelOTKInfo") + '|' + label("LabelESNText") + '|' + label("LabelESNNumber"), want);
-        QCOMPARE(label("LabelRetryAttempt"), QStringLiteral("IDS_MAINFRM_CARDLOCKDLG_LEFTTIMES3"));
-        QCOMPARE(sdk(), shown ? QStringLiteral("GetESN(out)") : QString());
-    }
-
-    // "lock status|keys|shown after Next|page of the wizard opened again (and attempts left)".
-    void codes_data()
-    {
-        QTest::addColumn<QStringList>("row");
-        for (const char* row : {"2|12345|3 off -|3", "2|1234567|2 off -|2", "2|1a2b3-c456|2 off -|2",
-                                "2|111111|7 off IDS_MSL_FAILED|3", "1|654321|2 off -|2",
-                                "1|111111|7 off IDS_SPC_FAILED|1 IDS_MAINFRM_CARDLOCKDLG_LEFTTIMES2",
-                                "3||0 off -|0", "-1||7 off IDS_ACTIVE_FAILED|2"})
             QTest::newRow(row) << QString(row).split('|');
     }
-    void codes()
+    void lockPages()
     {
         QFETCH(QStringList, row);
-        if (row[0] == "-1")
+        const int lock = row[0].toInt();
+        if (lock < 0)
             zelk::sim::failNext("ZELK_DevSrv_GetOTKSLStatus");
-        open("<displaycode>0</displaycode>", std::max(row[0].toInt(), 0));
-        if (!row[1].isEmpty()) {
-            QLineEdit* entry = item(row[0] == "1" ? "EditOTKBox" : "LineMSL");
+        if (row[1] == "fail")
+            zelk::sim::failNext("ZELK_DevSrv_GetESN");
+        open(row[3] == "-" ? "<displaycode>0</displaycode>"
+                           : "<displaycode>1</displaycode><showtype>" + row[3].toLatin1() + "</showtype>",
+             std::max(lock, 0), row[1].size() == 8 ? row[1] : "1A2B3C4D", row[2]);
+        if (lock == 1) {
+            const QStringList id = row[5].split(' ');
+            QCOMPARE(label("LabelOTKInfo") + '|' + label("LabelESNText") + '|' + label("LabelESNNumber"),
+                     id[0] == "hidden"  ? "hidden|hidden|hidden"
+                     : id[0] == "empty" ? "||"
+                                        : QString("IDS_ESN_MSG|IDS_%1_PROMPT|%2").arg(id[0], id[1]));
+            QCOMPARE(label("LabelRetryAttempt"), QStringLiteral("IDS_MAINFRM_CARDLOCKDLG_LEFTTIMES3"));
+            QCOMPARE(sdk().startsWith("GetESN(out)"), row[3] != "-");
+        }
+        if (row.size() < 7)
+            return;
+        if (!row[4].isEmpty()) {
+            QLineEdit* entry = item(lock == 1 ? "EditOTKBox" : "LineMSL");
             QCOMPARE(entry->echoMode(), QLineEdit::Password);
-            simtest::type(entry, row[1]);
+            simtest::type(entry, row[4]);
             QCOMPARE(button("Next")->isEnabled(), entry->text().size() == 6);
             if (button("Next")->isEnabled())
                 simtest::click(button("Next"));
         }
-        QCOMPARE(shown(), row[2]);
+        QCOMPARE(shown(), row[6]);
         QVERIFY(button("Back")->isHidden());
         // No log line carries the code.
-        const QString code = QString(row[1]).remove(QRegExp("\\D")).left(6);
+        const QString code = QString(row[4]).remove(QRegExp("\\D")).left(6);
         QVERIFY(svc::logCount("ManualActivate") > 0);
         QCOMPARE(code.isEmpty() ? 0 : svc::logCount(code), 0);
         simtest::click(button("Cancel"));
@@ -153,7 +145,7 @@ private slots:
         const QString retries = label("LabelRetryAttempt");
         QCOMPARE(QString::number(g_pActivationInstance.load()->page()) +
                      (retries == "-" ? "" : ' ' + retries),
-                 row[3]);
+                 row[7]);
     }
 
     // "MIN,MDN,SID lengths|PRL file (offered when given)|MIN MDN SID|call refused|shown after Next (none:
