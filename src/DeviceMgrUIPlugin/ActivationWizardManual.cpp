@@ -213,6 +213,11 @@ void ActivationWizard::verifyMSL()
 
 void ActivationWizard::createOTKSLLayout(int retries)
 {
+    // The tear-down leaves this page to its dialog; a dialog that closed itself is deleted later,
+    // and its page must not turn up in the next one.
+    if (m_pWidgetOTKSL && m_pWidgetContainer && m_pWidgetOTKSL->parentWidget() &&
+        !m_pWidgetContainer->isAncestorOf(m_pWidgetOTKSL))
+        m_pWidgetOTKSL = nullptr;
     if (!m_pWidgetOTKSL) {
         m_pWidgetOTKSL = new QWidget(nullptr);
         auto* layout = new QVBoxLayout(m_pWidgetOTKSL);
