@@ -513,7 +513,7 @@ bool ActivationWizard::readPrlFile(QByteArray* data)
     if (fd < 0 || ::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
         if (fd >= 0)
             ::close(fd);
-        DM_WARN("%s : %s : %s : PRL file is not existed");
+        DM_LOG("%s : %s : %s : PRL file is not existed");
         error("IDS_PRL_FILE_NOT_EXIST");
         m_pLinePRL->setFocus();
         return false;
@@ -524,7 +524,7 @@ bool ActivationWizard::readPrlFile(QByteArray* data)
         buffer.reset(new (std::nothrow) char[static_cast<std::size_t>(size) + 1]);
         if (!buffer) {
             ::close(fd);
-            DM_WARN("%s : %s : %s : No enough memory to read PRL");
+            DM_LOG("%s : %s : %s : No enough memory to read PRL");
             error("IDS_PRL_NO_MEMORY");
             currentPage = PageFailure;
             return false;
@@ -540,7 +540,7 @@ bool ActivationWizard::readPrlFile(QByteArray* data)
     }
     ::close(fd);
     if (got != size) {
-        DM_WARN("%s : %s : %s : PRL read error");
+        DM_LOG("%s : %s : %s : PRL read error");
         error("IDS_PRL_READ_ERROR");
         currentPage = PageFailure;
         return false;
