@@ -6,7 +6,7 @@ packages=(
     cmake ninja-build g++ pkg-config
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
     fontconfig fonts-dejavu-core
-    clang
+    clang libclang-rt-14-dev
 )
 
 missing=()

@@ -117,6 +117,22 @@ private:
     // activation preselected.
     void backToSelection(QPointer<QWidget>& page);
 
+    // Manual activation pages.
+    void createMSLLayout();
+    void updateMSLLayout();
+    void createOTKSLLayout(int retries);
+    void updateOTKSLLayout(int retries);
+    void SetESNandMEID();
+    void createMINandSIDLayout();
+    void AddMINSIDItemsToLayout();
+    void SetMINandSIDConfig();
+    void updateMINandSIDLayout();
+    // Takes a manual page off the page layout and deletes it.
+    void dropPage(QPointer<QWidget>& page);
+    // Reads the roaming list named in the PRL entry into `data`; false after an error the user was
+    // shown (and the page state set accordingly).
+    bool readPrlFile(QByteArray* data);
+
     bool autoRegistered = false;
     // Written by the SDK's callback thread, read by the GUI thread.
     std::atomic<int> otaState{0};
@@ -153,6 +169,25 @@ private:
     QPointer<QLineEdit> m_pLineMDN;
     QPointer<QLineEdit> m_pLineSID;
     QPointer<QLineEdit> m_pLinePRL;
+    QPointer<QLabel> m_pLabelMSLInfo;
+    QPointer<QLabel> m_pLabelMSLString;
+    QPointer<QLineEdit> m_pLineMSL;
+    QPointer<QLabel> m_pLabelOTKInfo;
+    QPointer<QLabel> m_pLabelESNText;
+    QPointer<QLabel> m_pLabelESNNumber;
+    QPointer<QLabel> m_pLabelActivationcodeInfo;
+    QPointer<QLabel> m_pLabelOTKString;
+    QPointer<QLineEdit> m_pEditOTKBox;
+    QPointer<QLabel> m_pLabelRetryAttempt;
+    QPointer<QWidget> m_pWidgetMIN;
+    QPointer<QWidget> m_pWidgetMDN;
+    QPointer<QWidget> m_pWidgetSID;
+    QPointer<QWidget> m_pWidgetPRL;
+    QPointer<QLabel> m_pLabelMIN;
+    QPointer<QLabel> m_pLabelMDN;
+    QPointer<QLabel> m_pLabelSID;
+    QPointer<QLabel> m_pLabelPRL;
+    QPointer<QPushButton> m_pBtnBrowsePRL;
 };
 
 // The one wizard of the process; the SDK's callback reaches it only through this.

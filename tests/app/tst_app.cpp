@@ -1,6 +1,13 @@
-// The host application from the outside: what a person sees on the command line and on screen.
+// The host application from the outside: what a person sees on the command line, and the offscreen
+// demo playing the shipped scenarios, typing into the SIM dialogs' fields and pressing their buttons
+// as a person would (a field or button missing from the screen fails the demo; the messages the user
+// got are read from its report).
+#include "Change.h"
+#include "HostFramework.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <QtTest/QtTest>
@@ -15,15 +22,24 @@ struct Run
     bool finished = false;
 };
 
-Run runApp(const QStringList& args, int timeoutMs = 120000)
+// Runs the application; `support` is the host's card-lock customisation ("" for none), written to
+// the settings under a fresh user configuration folder.
+Run runApp(const QStringList& args, const QString& support = QString())
 {
+    QTemporaryDir config;
+    QDir(config.path()).mkpath(QStringLiteral("Tessaro"));
+    QFile ini(config.filePath(QStringLiteral("Tessaro/tessaro.ini")));
+    if (ini.open(QIODevice::WriteOnly) && !support.isEmpty())
+        ini.write(QStringLiteral("[support]\ntype=%1\n").arg(support).toLatin1());
+    ini.close();
     QProcess process;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), config.path());
     process.setProcessEnvironment(env);
     process.start(QStringLiteral(TESSARO_APP), args);
     Run run;
-    run.finished = process.waitForFinished(timeoutMs);
+    run.finished = process.waitForFinished(180000);
     if (!run.finished)
         process.kill();
     run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
@@ -32,9 +48,16 @@ Run runApp(const QStringList& args, int timeoutMs = 120000)
     return run;
 }
 
-QString scenario(const char* name)
+QString scenario(const QString& name)
 {
-    return QStringLiteral(TESSARO_SOURCE_DIR "/scenarios/") + QLatin1String(name);
+    return QStringLiteral(TESSARO_SOURCE_DIR "/scenarios/") + name;
+}
+
+// How the non-interactive host reports a message box it answered (title and text, in English).
+QString box(const char* textKey)
+{
+    return QStringLiteral("\"%1\" / \"%2\"")
+        .arg(Change::tr(QStringLiteral("IDS_MAINFRM_PROMPT")), Change::tr(QLatin1String(textKey)));
 }
 
 } // namespace
@@ -44,6 +67,12 @@ class tst_App : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        HostFramework::setLanguageDir(QStringLiteral(TESSARO_LANG_DIR));
+        QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
+    }
+
     void help()
     {
         const Run run = runApp({QStringLiteral("--help")});
@@ -53,29 +82,35 @@ private slots:
         QVERIFY(run.out.contains(QLatin1String("--demo")));
     }
 
+    // Bad arguments and a malformed scenario stop the application before anything starts, naming
+    // what is wrong.
     void badArguments_data()
     {
         QTest::addColumn<QStringList>("args");
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("message");
-        QTest::newRow("unknown option") << QStringList{QStringLiteral("--bogus")} << 2 << "bogus";
-        QTest::newRow("stray argument") << QStringList{QStringLiteral("extra")} << 2 << "extra";
+        QTest::newRow("unknown option") << QStringList{"--bogus"} << 2 << "bogus";
+        QTest::newRow("stray argument") << QStringList{"extra"} << 2 << "extra";
         QTest::newRow("missing scenario")
-            << QStringList{QStringLiteral("--scenario"), QStringLiteral("/nonexistent/s.json")} << 2
-            << "/nonexistent/s.json";
-        QTest::newRow("scenario without file")
-            << QStringList{QStringLiteral("--scenario")} << 2 << "scenario";
-        QTest::newRow("language") << QStringList{QStringLiteral("--lang"), QStringLiteral("fr")} << 2 << "fr";
-        QTest::newRow("quit-after") << QStringList{QStringLiteral("--quit-after"), QStringLiteral("soon")}
-                                    << 2 << "soon";
-        QTest::newRow("plugin root") << QStringList{QStringLiteral("--plugin-root"), QStringLiteral("/")} << 2
-                                     << "plugins";
+            << QStringList{"--scenario", "/nonexistent/s.json"} << 2 << "/nonexistent/s.json";
+        QTest::newRow("scenario without file") << QStringList{"--scenario"} << 2 << "scenario";
+        QTest::newRow("language") << QStringList{"--lang", "fr"} << 2 << "fr";
+        QTest::newRow("quit-after") << QStringList{"--quit-after", "soon"} << 2 << "soon";
+        QTest::newRow("plugin root") << QStringList{"--plugin-root", "/"} << 2 << "plugins";
+        QTest::newRow("malformed scenario")
+            << QStringList{"--scenario", "broken.json"} << 1 << "broken.json: devices[0]";
     }
     void badArguments()
     {
         QFETCH(QStringList, args);
         QFETCH(int, exitCode);
         QFETCH(QString, message);
+        QTemporaryDir dir;
+        QFile broken(dir.filePath(QStringLiteral("broken.json")));
+        QVERIFY(broken.open(QIODevice::WriteOnly));
+        broken.write(R"({"name": "broken", "devices": [{"name": 5}]})");
+        broken.close();
+        args.replaceInStrings(QRegularExpression(QStringLiteral("^broken.json$")), broken.fileName());
         const Run run = runApp(args);
         QVERIFY(run.finished);
         QCOMPARE(run.exitCode, exitCode);
@@ -83,26 +118,10 @@ private slots:
         QVERIFY(run.out.isEmpty());
     }
 
-    // A malformed scenario stops the application before anything starts, naming file and field.
-    void malformedScenario()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("broken.json"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(R"({"name": "broken", "devices": [{"name": 5}]})");
-        file.close();
-        const Run run = runApp({QStringLiteral("--scenario"), path});
-        QVERIFY(run.finished);
-        QCOMPARE(run.exitCode, 1);
-        QVERIFY2(run.err.contains(QLatin1String("broken.json")), qPrintable(run.err));
-        QVERIFY2(run.err.contains(QLatin1String("devices[0]")), qPrintable(run.err));
-    }
-
     // The application starts with the plugin loaded, and quits cleanly on its own.
     void startsAndQuits()
     {
-        const Run run = runApp({QStringLiteral("--scenario"), scenario("default.json"),
+        const Run run = runApp({QStringLiteral("--scenario"), scenario(QStringLiteral("default.json")),
                                 QStringLiteral("--quit-after"), QStringLiteral("1500")});
         QVERIFY(run.finished);
         QCOMPARE(run.exitCode, 0);
@@ -110,28 +129,57 @@ private slots:
     }
 
     // The demo writes the opening picture and one per step, and an index naming them.
-    void demoWritesOnePicturePerStep()
+    void demoPlaysTheScenario_data()
     {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("support");
+        QTest::addColumn<int>("steps"); // -1: as many as the scenario has
+        QTest::addColumn<QStringList>("boxes");
+        QTest::newRow("tour") << "demo.json"
+                              << "" << -1 << QStringList();
+        QTest::newRow("PIN asked at start-up") << "gsm-pin.json"
+                                               << "" << 3 << QStringList{box("IDS_PIN_CHECK_FAILED")};
+        QTest::newRow("PUK asked at start-up")
+            << "puk-locked.json"
+            << "" << 3 << QStringList{box("IDS_PIN_PUK_FAILED"), box("IDS_MAINFRM_UNLOCKPIN_SUCCESS")};
+        QTest::newRow("PIN dialogs from the menu")
+            << "sim-dialogs.json"
+            << "" << 8
+            << QStringList{box("IDS_MAINFRM_ENABLEPIN_SUCCESS"), box("IDS_MAINFRM_CHANGEPIN_SUCCESS"),
+                           box("IDS_MAINFRM_DISABLEPIN_SUCCESS")};
+        QTest::newRow("network-locked card, unlock allowed") << "network-locked.json"
+                                                             << "0" << 3 << QStringList();
+    }
+    void demoPlaysTheScenario()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, support);
+        QFETCH(int, steps);
+        QFETCH(QStringList, boxes);
         QTemporaryDir dir;
         const QString out = dir.filePath(QStringLiteral("demo"));
         const Run run =
-            runApp({QStringLiteral("--scenario"), scenario("demo.json"), QStringLiteral("--demo"), out});
+            runApp({QStringLiteral("--scenario"), scenario(file), QStringLiteral("--demo"), out}, support);
         QVERIFY(run.finished);
-        QVERIFY2(run.exitCode == 0, qPrintable(run.err));
+        QVERIFY2(run.exitCode == 0, qPrintable(run.err.right(2000)));
         QFile index(QDir(out).filePath(QStringLiteral("index.txt")));
         QVERIFY(index.open(QIODevice::ReadOnly));
         const QStringList lines =
             QString::fromUtf8(index.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        QVERIFY(lines.size() >= 2);
+        QVERIFY(steps < 0 ? lines.size() >= 2 : lines.size() == steps + 1);
         for (const QString& line : lines) {
-            const QString file = line.section(QLatin1Char('\t'), 0, 0);
-            QImage image(QDir(out).filePath(file));
-            QVERIFY2(!image.isNull(), qPrintable(file));
-            QVERIFY(image.width() >= 400 && image.height() >= 300);
-            QVERIFY(run.out.contains(file));
+            const QString picture = line.section(QLatin1Char('\t'), 0, 0);
+            const QImage image(QDir(out).filePath(picture));
+            QVERIFY2(image.width() >= 400 && image.height() >= 300, qPrintable(picture));
+            QVERIFY(run.out.contains(picture));
         }
+        for (const QString& expected : boxes)
+            QVERIFY2(run.err.contains(expected), qPrintable(expected));
+        // The codes typed in the demo never show in its output.
+        for (const char* code : {"87654321", "11112222"})
+            QVERIFY2(!run.err.contains(QLatin1String(code)) && !run.out.contains(QLatin1String(code)), code);
     }
 };
 
-QTEST_GUILESS_MAIN(tst_App)
+QTEST_MAIN(tst_App)
 #include "tst_app.moc"

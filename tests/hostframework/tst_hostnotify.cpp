@@ -1,6 +1,10 @@
-// Notification service: delivery to plugins' INotify (send, broadcast, raise to subscribers), its record.
+// The host framework's services: the notification service's delivery to plugins' INotify (send,
+// broadcast, raise to subscribers) and its record; CommonUtils and Change from several threads
+// (settings, thread counts, message boxes that never block), a missing language file and the bounded
+// wait for a thread.
 #include "HostFixture.h"
 
+#include "Change.h"
 #include "CommonUtils.h"
 #include "HostFramework.h"
 #include "HostIds.h"
@@ -9,10 +13,14 @@
 #include "PluginInterfaces.h"
 #include "Startup.h"
 
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSemaphore>
 #include <QtCore/QThread>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 #include <QtWidgets/QMainWindow>
+#include <QtWidgets/QMessageBox>
 
 #include <memory>
 #include <vector>
@@ -46,6 +54,9 @@ INotifyService* notifyService()
     return qobject_cast<INotifyService*>(object);
 }
 
+// A SIM dialog text present in every language file.
+const char kSimKey[] = "IDS_PIN_CHECK_FAILED";
+
 } // namespace
 
 class tst_HostNotify : public QObject
@@ -53,23 +64,312 @@ class tst_HostNotify : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
+    void initTestCase()
+    {
+        m_host.init();
+        HostFramework::setPluginLibraryPath(QStringLiteral(HOSTFW_TEST_PLUGIN_ROOT));
+    }
+    void init()
+    {
+        m_host.beginTest();
+        // Fresh plugins for every test: subscriptions die with the host.
+        HostFramework::destroyHost();
+        HostFramework::createHost(m_host.mainWindow());
+        m_alpha = HostFramework::container()->LoadPlugin(QStringLiteral("FixtureAlpha"));
+        m_beta = HostFramework::container()->LoadPlugin(QStringLiteral("FixtureBeta"));
+        QVERIFY2(m_alpha && m_beta, qPrintable(HostFramework::container()->lastError()));
+        clearFixtureEvents();
+        HostFramework::clearNotificationRecords();
+    }
+    void cleanup()
+    {
+        HostFramework::container()->unloadAll();
+        HostFramework::setNonInteractive(true);
+        Change::LoadLanguage(QString());
+        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
+    }
+    void cleanupTestCase()
+    {
+        m_host.shutdown();
+        HostFramework::setPluginLibraryPath(QString());
+    }
 
-    void sendReachesOnlyTheTarget_data();
-    void sendReachesOnlyTheTarget();
-    void broadcastReachesEveryRegisteredReceiver();
-    void raiseReachesOwnSubscribersOnly();
-    void subscriptionOutsideAnyDeliveryIsForEveryPluginButTheSender();
-    void unsubscribeStopsDelivery();
-    void recordIsSignalled();
-    void hostKeepsNoPluginStringsAfterUnload();
-    void sendsFromWorkerThreadsAreAllRecorded();
-    void dialupGlobalDisconnect_data();
-    void dialupGlobalDisconnect();
-    void mainMenuRefreshesAreCounted();
+    void sendReachesOnlyTheTarget_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<int>("result");
+        QTest::addColumn<QStringList>("events");
+        QTest::addColumn<int>("dialupCount");
+
+        QTest::newRow("to a plugin") << kAlphaClsid << 0 << QStringList{"FixtureAlpha:Notify 578 1 2"} << 0;
+        QTest::newRow("to the dial-up service") << DIALUP_PLUGIN_CLSID << 0 << QStringList() << 1;
+        QTest::newRow("clsid in other case")
+            << QString::fromLatin1(kAlphaClsid).toLower() << -1 << QStringList() << 0;
+        QTest::newRow("nobody of that clsid") << CALLSRV_PLUGIN_CLSID << -1 << QStringList() << 0;
+    }
+    void sendReachesOnlyTheTarget()
+    {
+        QFETCH(QString, target);
+        QFETCH(int, result);
+        QFETCH(QStringList, events);
+        QFETCH(int, dialupCount);
+
+        QCOMPARE(notifyService()->SendNotify(target, NTF_SIM_READY, 1, 2), result);
+        QCOMPARE(fixtureEvents(), events);
+        QCOMPARE(HostFramework::dialupService()->notifyCount(), dialupCount);
+        const auto records = HostFramework::notificationRecords();
+        QCOMPARE(records.size(), 1);
+        QCOMPARE(records.at(0).clsid, target);
+        QCOMPARE(records.at(0).delivered, result == 0 ? 1 : 0);
+    }
+    void broadcastReachesEveryRegisteredReceiver()
+    {
+        INotifyService* notify = notifyService();
+        QCOMPARE(notify->Broadcast(NTF_PLUGINS_RELOADED, 7, 8), 2 + kHostReceivers);
+        QCOMPARE(fixtureEvents(), QStringList({"FixtureAlpha:Notify 585 7 8", "FixtureBeta:Notify 585 7 8"}));
+        QCOMPARE(HostFramework::dialupService()->lastNotifyCode(), 585u);
+
+        // An unregistered plugin is out of the host's tables: it hears nothing until loaded again.
+        clearFixtureEvents();
+        QVERIFY(HostFramework::container()->UnRegisterPlugin(QStringLiteral("FixtureBeta")));
+        QCOMPARE(notify->Broadcast(NTF_FRAME_SHOWN, 0, 0), 1 + kHostReceivers);
+        QCOMPARE(fixtureEvents(), QStringList{"FixtureAlpha:Notify 258 0 0"});
+
+        const auto records = HostFramework::notificationRecords();
+        QCOMPARE(records.size(), 2);
+        QCOMPARE(records.at(1).delivered, 1 + kHostReceivers);
+    }
+    void raiseReachesOwnSubscribersOnly()
+    {
+        INotifyService* notify = notifyService();
+        // Alpha subscribes to the call service's 784 while the host is talking to it.
+        QCOMPARE(
+            notify->SendNotify(QString::fromLatin1(kAlphaClsid), kSubscribeRequest, NTF_CALL_DLG_SHOWN_1, 0),
+            0);
+        QCOMPARE(HostFramework::notifyService()->subscribers(QStringLiteral(CALLSRV_PLUGIN_CLSID),
+                                                             NTF_CALL_DLG_SHOWN_1),
+                 QList<QObject*>{m_alpha.data()});
+        clearFixtureEvents();
+
+        QCOMPARE(notify->RaiseNotify(QStringLiteral(CALLSRV_PLUGIN_CLSID), NTF_CALL_DLG_SHOWN_1, 3, 4), 1);
+        QCOMPARE(fixtureEvents(), QStringList{"FixtureAlpha:Notify 784 3 4"});
+        QCOMPARE(HostFramework::dialupService()->notifyCount(), 0);
+
+        // Another code of the same sender, and the same code of another sender, reach nobody.
+        clearFixtureEvents();
+        QCOMPARE(notify->RaiseNotify(QStringLiteral(CALLSRV_PLUGIN_CLSID), NTF_CALL_DLG_CLOSED, 0, 0), 0);
+        QCOMPARE(notify->RaiseNotify(QString::fromLatin1(kBetaClsid), NTF_CALL_DLG_SHOWN_1, 0, 0), 0);
+        QVERIFY(fixtureEvents().isEmpty());
+
+        const auto records = HostFramework::notificationRecords();
+        QStringList kinds;
+        for (const auto& r : records)
+            kinds << r.kind;
+        // A delivery's own effects are recorded before the delivery itself.
+        QCOMPARE(kinds, QStringList({"subscribe", "send", "raise", "raise", "raise"}));
+        QCOMPARE(records.at(0).clsid, QStringLiteral(CALLSRV_PLUGIN_CLSID));
+        QCOMPARE(records.at(0).code, 784u);
+        QCOMPARE(records.at(2).delivered, 1);
+    }
+    void unsubscribeStopsDelivery()
+    {
+        INotifyService* notify = notifyService();
+        const QString callsrv = QStringLiteral(CALLSRV_PLUGIN_CLSID);
+        notify->SendNotify(QString::fromLatin1(kBetaClsid), kSubscribeRequest, NTF_CALL_DLG_SHOWN_2, 0);
+        QCOMPARE(notify->RaiseNotify(callsrv, NTF_CALL_DLG_SHOWN_2, 0, 0), 1);
+
+        // Unsubscribing outside Beta's delivery does not touch Beta's own subscription.
+        QCOMPARE(notify->Unsubscribe(callsrv, NTF_CALL_DLG_SHOWN_2), -1);
+        QCOMPARE(notify->RaiseNotify(callsrv, NTF_CALL_DLG_SHOWN_2, 0, 0), 1);
+
+        // A plugin that dies takes its subscriptions with it.
+        HostFramework::container()->UnloadPlugin(QStringLiteral("FixtureBeta"));
+        QCOMPARE(notify->RaiseNotify(callsrv, NTF_CALL_DLG_SHOWN_2, 0, 0), 0);
+    }
+    // Regression: the host kept a plugin's QStringLiteral data (subscription sender, record texts) and
+    // read it after the library was unloaded.
+    void hostKeepsNoPluginStringsAfterUnload()
+    {
+        INotifyService* notify = notifyService();
+        QCOMPARE(
+            notify->SendNotify(QString::fromLatin1(kAlphaClsid), kSubscribeRequest, NTF_CALL_DLG_SHOWN_1, 0),
+            0);
+        HostFramework::pushNextAnswer(MSGBOX_ACCEPTED);
+        QCOMPARE(notify->SendNotify(QString::fromLatin1(kAlphaClsid), kUseHostRequest, 0, 0), 0);
+        QVERIFY(HostFramework::container()->GetPlugin(QStringLiteral("F1F1F1F1-0000-4000-8000-000000000001"),
+                                                      0x5101));
+        QVERIFY(HostFramework::container()->UnloadPlugin(QStringLiteral("FixtureAlpha")));
+        QVERIFY(!HostFramework::container()->GetPlugin(QStringLiteral("F1F1F1F1-0000-4000-8000-000000000001"),
+                                                       0x5101));
+
+        // Everything the host kept is still readable with the library gone.
+        QStringList clsids;
+        for (const auto& r : HostFramework::notificationRecords())
+            clsids << r.clsid;
+        QVERIFY(clsids.contains(QStringLiteral(CALLSRV_PLUGIN_CLSID)));
+        QVERIFY(clsids.contains(QStringLiteral(DIALUP_PLUGIN_CLSID)));
+        const auto messages = HostFramework::messageRecords();
+        QCOMPARE(messages.size(), 1);
+        QCOMPARE(messages.first().title, QStringLiteral("fixture title"));
+        QCOMPARE(messages.first().text, QStringLiteral("fixture text"));
+        QCOMPARE(messages.first().buttons, QStringList({"IDS_YES", "IDS_NO"}));
+        QCOMPARE(CommonUtils::GetSettings(QStringLiteral("fixture"), QStringLiteral("literal")),
+                 QStringLiteral("fixture value"));
+        QCOMPARE(notify->RaiseNotify(QStringLiteral(CALLSRV_PLUGIN_CLSID), NTF_CALL_DLG_SHOWN_1, 0, 0), 0);
+        // Dropping the subscriptions with the host reads their senders once more.
+        HostFramework::destroyHost();
+        HostFramework::createHost(m_host.mainWindow());
+    }
+    void sendsFromWorkerThreadsAreAllRecorded()
+    {
+        const int threads = 4;
+        const int perThread = 50;
+        // QSignalSpy records in the emitting thread; count here, through queued delivery, instead.
+        int received = 0;
+        QObject receiver;
+        connect(
+            HostFramework::Monitor::instance(), &HostFramework::Monitor::notificationRecorded, &receiver,
+            [&received] { ++received; }, Qt::QueuedConnection);
+        std::vector<std::unique_ptr<QThread>> workers;
+        for (int t = 0; t < threads; ++t) {
+            workers.emplace_back(QThread::create([t] {
+                INotifyService* notify = notifyService();
+                for (int i = 0; i < perThread; ++i)
+                    notify->SendNotify(QStringLiteral(DIALUP_PLUGIN_CLSID), NTF_DEVICE_INIT_FINISH, t, i);
+            }));
+            workers.back()->start();
+        }
+        for (auto& w : workers)
+            QVERIFY(w->wait(10000));
+        QCOMPARE(HostFramework::dialupService()->notifyCount(), threads * perThread);
+        QCOMPARE(HostFramework::notificationRecords().size(), threads * perThread);
+        QTRY_COMPARE(received, threads * perThread);
+    }
+    void settingsFromSeveralThreads()
+    {
+        const int threads = 4;
+        const int rounds = 40;
+        std::vector<std::unique_ptr<QThread>> workers;
+        QAtomicInt mismatches;
+        for (int t = 0; t < threads; ++t) {
+            workers.emplace_back(QThread::create([t, &mismatches] {
+                const QString section = QStringLiteral("worker%1").arg(t);
+                for (int i = 0; i < rounds; ++i) {
+                    const QString value = QString::number(i);
+                    CommonUtils::SetSettings(section, QStringLiteral("round"), value);
+                    if (CommonUtils::GetSettings(section, QStringLiteral("round")) != value)
+                        mismatches.ref();
+                }
+            }));
+            workers.back()->start();
+        }
+        for (auto& w : workers)
+            QVERIFY(w->wait(30000));
+        QCOMPARE(mismatches.loadRelaxed(), 0);
+        for (int t = 0; t < threads; ++t)
+            QCOMPARE(CommonUtils::GetSettings(QStringLiteral("worker%1").arg(t), QStringLiteral("round")),
+                     QString::number(rounds - 1));
+    }
+    void boxOffTheGuiThreadNeverBlocks()
+    {
+        HostFramework::setNonInteractive(false);
+        int withoutAnswer = -1;
+        int withAnswer = -1;
+        HostFramework::pushNextAnswer(MSGBOX_ACCEPTED);
+        std::unique_ptr<QThread> worker(QThread::create([&] {
+            withAnswer = CommonUtils::ShowMessage(QMessageBox::Information, nullptr, QStringLiteral("queued"),
+                                                  QString(), QStringLiteral("IDS_OK"));
+            withoutAnswer =
+                CommonUtils::ShowMessage(QMessageBox::Information, nullptr, QStringLiteral("not queued"),
+                                         QString(), QStringLiteral("IDS_OK"));
+        }));
+        worker->start();
+        QVERIFY(worker->wait(10000));
+        QCOMPARE(withAnswer, int(MSGBOX_ACCEPTED));
+        QCOMPARE(withoutAnswer, 0);
+        QCOMPARE(HostFramework::messageRecords().size(), 2);
+    }
+    void missingLanguageKeepsCurrent()
+    {
+        QVERIFY(Change::LoadLanguage(QStringLiteral("de")));
+        const QString german = Change::tr(QString::fromLatin1(kSimKey));
+        QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
+        QVERIFY(Change::tr(QString::fromLatin1(kSimKey)) != german);
+        QVERIFY(Change::LoadLanguage(QStringLiteral("de")));
+
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("no tessaro_xx.qm")));
+        QVERIFY(!Change::LoadLanguage(QStringLiteral("xx")));
+        QCOMPARE(Change::CurrentLanguage(), QStringLiteral("de"));
+        QCOMPARE(Change::tr(QString::fromLatin1(kSimKey)), german);
+
+        // A language folder without the file: nothing loads.
+        QTemporaryDir empty;
+        HostFramework::setLanguageDir(empty.path());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("no tessaro_en.qm")));
+        const bool loaded = Change::LoadLanguage(QStringLiteral("en"));
+        HostFramework::setLanguageDir(QStringLiteral(TESSARO_LANG_DIR));
+        QVERIFY(!loaded);
+        QCOMPARE(Change::tr(QString::fromLatin1(kSimKey)), german);
+    }
+    void waitForThreadToStop_data()
+    {
+        QTest::addColumn<bool>("releaseFirst");
+        QTest::addColumn<bool>("stopped");
+
+        QTest::newRow("stops in time") << true << true;
+        QTest::newRow("still busy after the wait") << false << false;
+    }
+    void waitForThreadToStop()
+    {
+        QFETCH(bool, releaseFirst);
+        QFETCH(bool, stopped);
+
+        QSemaphore go;
+        std::unique_ptr<QThread> thread(QThread::create([&go] { go.acquire(); }));
+        thread->start();
+        if (releaseFirst)
+            go.release();
+        QElapsedTimer timer;
+        timer.start();
+        if (!stopped)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("still running after 1 s")));
+        QCOMPARE(CommonUtils::WaitForThreadToStop(thread.get(), 1), stopped);
+        const qint64 waited = timer.elapsed();
+        if (!stopped) {
+            // Bounded: about the second asked for, never indefinitely.
+            QVERIFY2(waited >= 900 && waited < 5000, qPrintable(QString::number(waited)));
+            QVERIFY(thread->isRunning());
+            go.release();
+            QVERIFY(CommonUtils::WaitForThreadToStop(thread.get(), 5));
+        }
+        QVERIFY(thread->isFinished());
+    }
+    void threadCountFromSeveralThreads()
+    {
+        const int threads = 6;
+        const int rounds = 200;
+        std::vector<std::unique_ptr<QThread>> workers;
+        for (int t = 0; t < threads; ++t) {
+            workers.emplace_back(QThread::create([t] {
+                const QString who = QStringLiteral("worker%1").arg(t);
+                for (int i = 0; i < rounds; ++i)
+                    CommonUtils::ThreadCountInc(who);
+                for (int i = 0; i < rounds / 2; ++i)
+                    CommonUtils::ThreadCountDec(who);
+            }));
+        }
+        // Counting logs a line per call; keep the test output readable.
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        for (auto& w : workers)
+            w->start();
+        bool allStopped = true;
+        for (auto& w : workers)
+            allStopped = CommonUtils::WaitForThreadToStop(w.get(), 30) && allStopped;
+        QLoggingCategory::setFilterRules(QString());
+        QVERIFY(allStopped);
+        QCOMPARE(CommonUtils::ThreadCount(), threads * rounds / 2);
+        QVERIFY(CommonUtils::WaitForThreadToStop(nullptr, 1));
+    }
 
 private:
     HostFixture m_host;
@@ -77,274 +377,13 @@ private:
     QPointer<QObject> m_beta;
 };
 
-void tst_HostNotify::initTestCase()
-{
-    m_host.init();
-    HostFramework::setPluginLibraryPath(QStringLiteral(HOSTFW_TEST_PLUGIN_ROOT));
-}
+// --- settings -----------------------------------------------------------------------------------
 
-void tst_HostNotify::init()
-{
-    m_host.beginTest();
-    // Fresh plugins for every test: subscriptions die with the host.
-    HostFramework::destroyHost();
-    HostFramework::createHost(m_host.mainWindow());
-    m_alpha = HostFramework::container()->LoadPlugin(QStringLiteral("FixtureAlpha"));
-    m_beta = HostFramework::container()->LoadPlugin(QStringLiteral("FixtureBeta"));
-    QVERIFY2(m_alpha && m_beta, qPrintable(HostFramework::container()->lastError()));
-    clearFixtureEvents();
-    HostFramework::clearNotificationRecords();
-}
+// --- message boxes ------------------------------------------------------------------------------
 
-void tst_HostNotify::cleanup()
-{
-    HostFramework::container()->unloadAll();
-    QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
-}
+// --- translations -------------------------------------------------------------------------------
 
-void tst_HostNotify::cleanupTestCase()
-{
-    m_host.shutdown();
-    HostFramework::setPluginLibraryPath(QString());
-}
-
-void tst_HostNotify::sendReachesOnlyTheTarget_data()
-{
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<QStringList>("events");
-    QTest::addColumn<int>("dialupCount");
-
-    QTest::newRow("to a plugin") << kAlphaClsid << 0 << QStringList{"FixtureAlpha:Notify 578 1 2"} << 0;
-    QTest::newRow("to the other plugin") << kBetaClsid << 0 << QStringList{"FixtureBeta:Notify 578 1 2"} << 0;
-    QTest::newRow("to the dial-up service") << DIALUP_PLUGIN_CLSID << 0 << QStringList() << 1;
-    QTest::newRow("clsid in other case")
-        << QString::fromLatin1(kAlphaClsid).toLower() << -1 << QStringList() << 0;
-    QTest::newRow("nobody of that clsid") << CALLSRV_PLUGIN_CLSID << -1 << QStringList() << 0;
-    QTest::newRow("the notification service itself takes none")
-        << NOTIFY_PLUGIN_CLSID << -1 << QStringList() << 0;
-}
-
-void tst_HostNotify::sendReachesOnlyTheTarget()
-{
-    QFETCH(QString, target);
-    QFETCH(int, result);
-    QFETCH(QStringList, events);
-    QFETCH(int, dialupCount);
-
-    QCOMPARE(notifyService()->SendNotify(target, NTF_SIM_READY, 1, 2), result);
-    QCOMPARE(fixtureEvents(), events);
-    QCOMPARE(HostFramework::dialupService()->notifyCount(), dialupCount);
-    const auto records = HostFramework::notificationRecords();
-    QCOMPARE(records.size(), 1);
-    QCOMPARE(records.at(0).kind, QStringLiteral("send"));
-    QCOMPARE(records.at(0).clsid, target);
-    QCOMPARE(records.at(0).code, 578u);
-    QCOMPARE(records.at(0).wparam, 1u);
-    QCOMPARE(records.at(0).lparam, 2u);
-    QCOMPARE(records.at(0).delivered, result == 0 ? 1 : 0);
-}
-
-void tst_HostNotify::broadcastReachesEveryRegisteredReceiver()
-{
-    INotifyService* notify = notifyService();
-    QCOMPARE(notify->Broadcast(NTF_PLUGINS_RELOADED, 7, 8), 2 + kHostReceivers);
-    QCOMPARE(fixtureEvents(), QStringList({"FixtureAlpha:Notify 585 7 8", "FixtureBeta:Notify 585 7 8"}));
-    QCOMPARE(HostFramework::dialupService()->lastNotifyCode(), 585u);
-
-    // An unregistered plugin is out of the host's tables: it hears nothing until loaded again.
-    clearFixtureEvents();
-    QVERIFY(HostFramework::container()->UnRegisterPlugin(QStringLiteral("FixtureBeta")));
-    QCOMPARE(notify->Broadcast(NTF_FRAME_SHOWN, 0, 0), 1 + kHostReceivers);
-    QCOMPARE(fixtureEvents(), QStringList{"FixtureAlpha:Notify 258 0 0"});
-
-    const auto records = HostFramework::notificationRecords();
-    QCOMPARE(records.size(), 2);
-    QCOMPARE(records.at(0).kind, QStringLiteral("broadcast"));
-    QVERIFY(records.at(0).clsid.isEmpty());
-    QCOMPARE(records.at(0).delivered, 2 + kHostReceivers);
-    QCOMPARE(records.at(1).code, 258u);
-    QCOMPARE(records.at(1).delivered, 1 + kHostReceivers);
-}
-
-void tst_HostNotify::raiseReachesOwnSubscribersOnly()
-{
-    INotifyService* notify = notifyService();
-    // Alpha subscribes to the call service's 784 while the host is talking to it.
-    QCOMPARE(notify->SendNotify(QString::fromLatin1(kAlphaClsid), kSubscribeRequest, NTF_CALL_DLG_SHOWN_1, 0),
-             0);
-    QCOMPARE(HostFramework::notifyService()->subscribers(QStringLiteral(CALLSRV_PLUGIN_CLSID),
-                                                         NTF_CALL_DLG_SHOWN_1),
-             QList<QObject*>{m_alpha.data()});
-    clearFixtureEvents();
-
-    QCOMPARE(notify->RaiseNotify(QStringLiteral(CALLSRV_PLUGIN_CLSID), NTF_CALL_DLG_SHOWN_1, 3, 4), 1);
-    QCOMPARE(fixtureEvents(), QStringList{"FixtureAlpha:Notify 784 3 4"});
-    QCOMPARE(HostFramework::dialupService()->notifyCount(), 0);
-
-    // Another code of the same sender, and the same code of another sender, reach nobody.
-    clearFixtureEvents();
-    QCOMPARE(notify->RaiseNotify(QStringLiteral(CALLSRV_PLUGIN_CLSID), NTF_CALL_DLG_CLOSED, 0, 0), 0);
-    QCOMPARE(notify->RaiseNotify(QString::fromLatin1(kBetaClsid), NTF_CALL_DLG_SHOWN_1, 0, 0), 0);
-    QVERIFY(fixtureEvents().isEmpty());
-
-    const auto records = HostFramework::notificationRecords();
-    QStringList kinds;
-    for (const auto& r : records)
-        kinds << r.kind;
-    // A delivery's own effects are recorded before the delivery itself.
-    QCOMPARE(kinds, QStringList({"subscribe", "send", "raise", "raise", "raise"}));
-    QCOMPARE(records.at(0).clsid, QStringLiteral(CALLSRV_PLUGIN_CLSID));
-    QCOMPARE(records.at(0).code, 784u);
-    QCOMPARE(records.at(2).delivered, 1);
-}
-
-void tst_HostNotify::subscriptionOutsideAnyDeliveryIsForEveryPluginButTheSender()
-{
-    INotifyService* notify = notifyService();
-    QCOMPARE(notify->Subscribe(QString::fromLatin1(kAlphaClsid), 600), 0);
-    QCOMPARE(notify->RaiseNotify(QString::fromLatin1(kAlphaClsid), 600, 5, 6), 1 + kHostReceivers);
-    QCOMPARE(fixtureEvents(), QStringList{"FixtureBeta:Notify 600 5 6"});
-}
-
-void tst_HostNotify::unsubscribeStopsDelivery()
-{
-    INotifyService* notify = notifyService();
-    const QString callsrv = QStringLiteral(CALLSRV_PLUGIN_CLSID);
-    notify->SendNotify(QString::fromLatin1(kBetaClsid), kSubscribeRequest, NTF_CALL_DLG_SHOWN_2, 0);
-    QCOMPARE(notify->RaiseNotify(callsrv, NTF_CALL_DLG_SHOWN_2, 0, 0), 1);
-
-    // Unsubscribing outside Beta's delivery does not touch Beta's own subscription.
-    QCOMPARE(notify->Unsubscribe(callsrv, NTF_CALL_DLG_SHOWN_2), -1);
-    QCOMPARE(notify->RaiseNotify(callsrv, NTF_CALL_DLG_SHOWN_2, 0, 0), 1);
-
-    // A plugin that dies takes its subscriptions with it.
-    HostFramework::container()->UnloadPlugin(QStringLiteral("FixtureBeta"));
-    QCOMPARE(notify->RaiseNotify(callsrv, NTF_CALL_DLG_SHOWN_2, 0, 0), 0);
-}
-
-void tst_HostNotify::recordIsSignalled()
-{
-    QSignalSpy spy(HostFramework::Monitor::instance(), &HostFramework::Monitor::notificationRecorded);
-    notifyService()->SendNotify(QStringLiteral(DIALUP_PLUGIN_CLSID), NTF_DEVICE_INIT_FINISH, 0, 0);
-    QCOMPARE(spy.count(), 1);
-    const auto record = spy.at(0).at(0).value<HostFramework::NotificationRecord>();
-    QCOMPARE(record.kind, QStringLiteral("send"));
-    QCOMPARE(record.clsid, QStringLiteral(DIALUP_PLUGIN_CLSID));
-    QCOMPARE(record.code, 512u);
-    QCOMPARE(record.delivered, 1);
-}
-
-// Regression: the host kept a plugin's QStringLiteral data (subscription sender, record texts) and
-// read it after the library was unloaded.
-void tst_HostNotify::hostKeepsNoPluginStringsAfterUnload()
-{
-    INotifyService* notify = notifyService();
-    QCOMPARE(notify->SendNotify(QString::fromLatin1(kAlphaClsid), kSubscribeRequest, NTF_CALL_DLG_SHOWN_1, 0),
-             0);
-    HostFramework::pushNextAnswer(MSGBOX_ACCEPTED);
-    QCOMPARE(notify->SendNotify(QString::fromLatin1(kAlphaClsid), kUseHostRequest, 0, 0), 0);
-    QVERIFY(HostFramework::container()->GetPlugin(QStringLiteral("F1F1F1F1-0000-4000-8000-000000000001"),
-                                                  0x5101));
-    QVERIFY(HostFramework::container()->UnloadPlugin(QStringLiteral("FixtureAlpha")));
-    QVERIFY(!HostFramework::container()->GetPlugin(QStringLiteral("F1F1F1F1-0000-4000-8000-000000000001"),
-                                                   0x5101));
-
-    // Everything the host kept is still readable with the library gone.
-    QStringList clsids;
-    for (const auto& r : HostFramework::notificationRecords())
-        clsids << r.clsid;
-    QVERIFY(clsids.contains(QStringLiteral(CALLSRV_PLUGIN_CLSID)));
-    QVERIFY(clsids.contains(QStringLiteral(DIALUP_PLUGIN_CLSID)));
-    const auto messages = HostFramework::messageRecords();
-    QCOMPARE(messages.size(), 1);
-    QCOMPARE(messages.first().title, QStringLiteral("fixture title"));
-    QCOMPARE(messages.first().text, QStringLiteral("fixture text"));
-    QCOMPARE(messages.first().buttons, QStringList({"IDS_YES", "IDS_NO"}));
-    QCOMPARE(CommonUtils::GetSettings(QStringLiteral("fixture"), QStringLiteral("literal")),
-             QStringLiteral("fixture value"));
-    QCOMPARE(notify->RaiseNotify(QStringLiteral(CALLSRV_PLUGIN_CLSID), NTF_CALL_DLG_SHOWN_1, 0, 0), 0);
-    // Dropping the subscriptions with the host reads their senders once more.
-    HostFramework::destroyHost();
-    HostFramework::createHost(m_host.mainWindow());
-}
-
-void tst_HostNotify::sendsFromWorkerThreadsAreAllRecorded()
-{
-    const int threads = 4;
-    const int perThread = 50;
-    // QSignalSpy records in the emitting thread; count here, through queued delivery, instead.
-    int received = 0;
-    QObject receiver;
-    connect(
-        HostFramework::Monitor::instance(), &HostFramework::Monitor::notificationRecorded, &receiver,
-        [&received] { ++received; }, Qt::QueuedConnection);
-    std::vector<std::unique_ptr<QThread>> workers;
-    for (int t = 0; t < threads; ++t) {
-        workers.emplace_back(QThread::create([t] {
-            INotifyService* notify = notifyService();
-            for (int i = 0; i < perThread; ++i)
-                notify->SendNotify(QStringLiteral(DIALUP_PLUGIN_CLSID), NTF_DEVICE_INIT_FINISH, t, i);
-        }));
-        workers.back()->start();
-    }
-    for (auto& w : workers)
-        QVERIFY(w->wait(10000));
-    QCOMPARE(HostFramework::dialupService()->notifyCount(), threads * perThread);
-    QCOMPARE(HostFramework::notificationRecords().size(), threads * perThread);
-    QTRY_COMPARE(received, threads * perThread);
-}
-
-void tst_HostNotify::dialupGlobalDisconnect_data()
-{
-    QTest::addColumn<bool>("connected");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<bool>("connectedAfter");
-
-    QTest::newRow("connected, disconnect works") << true << 0 << false;
-    QTest::newRow("connected, disconnect fails") << true << 5 << true;
-    QTest::newRow("idle") << false << 0 << false;
-}
-
-void tst_HostNotify::dialupGlobalDisconnect()
-{
-    QFETCH(bool, connected);
-    QFETCH(int, result);
-    QFETCH(bool, connectedAfter);
-
-    QObject* object =
-        Startup::GetPluginContainer()->GetPlugin(QStringLiteral(DIALUP_PLUGIN_CLSID), DIALUP_PLUGIN_ID);
-    auto* dialup = qobject_cast<IDialupUIService*>(object);
-    QVERIFY(dialup);
-    HostFramework::dialupService()->setConnected(connected);
-    HostFramework::dialupService()->setDisconnectResult(result);
-    QSignalSpy spy(HostFramework::dialupService(), &DialupService::globalDisconnectCalled);
-
-    QCOMPARE(dialup->IsConnected(), connected);
-    QCOMPARE(dialup->GlobalDisconnect(0), result);
-    QCOMPARE(dialup->IsConnected(), connectedAfter);
-    QCOMPARE(HostFramework::dialupService()->disconnectReasons(), QList<int>{0});
-    QCOMPARE(spy.count(), 1);
-}
-
-void tst_HostNotify::mainMenuRefreshesAreCounted()
-{
-    QObject* object =
-        Startup::GetPluginContainer()->GetPlugin(QStringLiteral(MAINMENU_PLUGIN_CLSID), MAINMENU_PLUGIN_ID);
-    auto* menu = qobject_cast<IMainMenuUI*>(object);
-    QVERIFY(menu);
-    MainMenuService* service = HostFramework::mainMenuService();
-    QSignalSpy device(service, &MainMenuService::deviceMenuRefreshRequested);
-    menu->RefreshSimMenu();
-    menu->RefreshSimMenu();
-    menu->RefreshRadioMenu();
-    menu->RefreshDeviceMenu(1);
-    QCOMPARE(service->simRefreshCount(), 2);
-    QCOMPARE(service->radioRefreshCount(), 1);
-    QCOMPARE(service->deviceRefreshCount(), 1);
-    QCOMPARE(device.count(), 1);
-    QCOMPARE(device.at(0).at(0).toInt(), 1);
-}
+// --- threads and flags --------------------------------------------------------------------------
 
 QTEST_MAIN(tst_HostNotify)
 #include "tst_hostnotify.moc"

@@ -1,9 +1,12 @@
-// The logic layer's device list, selection, device status and SIM status against the simulated card.
+// The logic layer's device list (taken over from the SDK's records without reading past them), the
+// choice of a device, the device and SIM status queries, against the simulated card. Radio, detach
+// and card-word texts are played through the service's suites.
 #include "DeviceMgrUILogic.h"
 #include "HostFixture.h"
 #include "HostFramework.h"
 #include "HostServiceObjects.h"
 #include "LogicTestSupport.h"
+#include "Startup.h"
 #include <QtWidgets/QMainWindow> // HostFixture keeps a QPointer to one
 
 #include <QtTest/QtTest>
@@ -81,476 +84,416 @@ private slots:
         m_host.shutdown();
     }
 
-    void initialFields();
-    void clearDeviceInfo();
-    void setDeviceInfoCounts_data();
-    void setDeviceInfoCounts();
-    void setDeviceInfoKeepsCurrentWithSeveral();
-    void setDeviceInfoNull();
-    void setDeviceInfoNameFillingTheRecordEnd();
-    void setDeviceInfoReadsOnlyListedEntries();
-    void getDeviceInfo();
-    void getDeviceInfoFailure();
+    void setDeviceInfoCounts_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<int>("storedCount");
+        QTest::addColumn<int>("copied");     // entries expected in the stored list
+        QTest::addColumn<bool>("takesOver"); // the lone device becomes the current one
+        QTest::newRow("none") << 0 << 0 << 0 << false;
+        QTest::newRow("one") << 1 << 1 << 1 << true;
+        QTest::newRow("64") << 64 << 64 << 64 << false;
+        // Refused whole: the list from before stays.
+        QTest::newRow("65") << 65 << 3 << 3 << false;
+        QTest::newRow("negative") << -5 << -5 << 0 << false;
+    }
+    void setDeviceInfoCounts()
+    {
+        QFETCH(int, count);
+        QFETCH(int, storedCount);
+        QFETCH(int, copied);
+        QFETCH(bool, takesOver);
 
-    void selectSameDevice();
-    void selectOtherDevice_data();
-    void selectOtherDevice();
-    void selectRefused();
-    void selectUnterminatedName();
+        // What was there before: a current device and a list of three other devices.
+        m_logic->ClearDeviceInfo();
+        auto current = makeList(1);
+        qstrcpy(current->stDevInfo[0].szName, "Previous");
+        current->stDevInfo[0].nPort = 99;
+        current->stDevInfo[0].nProtocol = 98;
+        m_logic->SetDeviceInfo(current.get());
+        auto before = makeList(3);
+        for (int i = 0; i < 3; ++i)
+            qsnprintf(before->stDevInfo[i].szName, 128, "Old %d", i);
+        m_logic->SetDeviceInfo(before.get());
 
-    void deviceStatus_data();
-    void deviceStatus();
-    void systemDevStatus_data();
-    void systemDevStatus();
-    void simStatus_data();
-    void simStatus();
-    void deviceNameAndPort_data();
-    void deviceNameAndPort();
-    void protocolFromStoredCopy();
-    void simTypeText_data();
-    void simTypeText();
+        // Entries past the count carry data too: none of it may be copied.
+        auto list = makeList(count, MAX_DEVICE_COUNT);
+        m_logic->SetDeviceInfo(list.get());
+
+        const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
+        QCOMPARE(stored.nDevNum, storedCount);
+        const bool refused = count > MAX_DEVICE_COUNT;
+        for (int i = 0; i < MAX_DEVICE_COUNT; ++i) {
+            const QString name = QString::fromLatin1(stored.stDevInfo[i].szName);
+            if (i < copied && !refused) {
+                QCOMPARE(name, QStringLiteral("Modem %1").arg(i));
+                QCOMPARE(stored.stDevInfo[i].nPort, 10 + i);
+                QCOMPARE(stored.stDevInfo[i].nProtocol, 20 + i);
+            } else if (i < 3) {
+                QCOMPARE(name, QStringLiteral("Old %1").arg(i));
+            } else {
+                QVERIFY2(name.isEmpty(), qPrintable(name));
+            }
+        }
+        if (takesOver) {
+            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
+            QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
+            QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
+        } else {
+            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Previous"));
+            QCOMPARE(m_logic->GetLocalDevicePortNo(), 99);
+            QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 98);
+        }
+    }
+    void setDeviceInfoNull()
+    {
+        m_logic->SetDeviceInfo(makeList(1).get());
+        m_logic->SetDeviceInfo(nullptr);
+        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 1);
+        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
+    }
+    void setDeviceInfoStaysInsideTheRecord()
+    {
+        // An SDK may hand over a record that holds only the listed entries, with names that fill their
+        // field: anything read past them is outside the heap block (an AddressSanitizer error). The block
+        // is written byte-wise, as such an SDK would fill it.
+        const std::size_t size =
+            offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + 2 * sizeof(_ZELK_ST_DEVICE_INFO);
+        auto* bytes = static_cast<unsigned char*>(std::malloc(size));
+        QVERIFY(bytes);
+        std::memset(bytes, 'Q', size);
+        const int two = 2;
+        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, nDevNum), &two, sizeof two);
+        for (int i = 0; i < 2; ++i) {
+            const int port = i + 1;
+            std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) +
+                            i * sizeof(_ZELK_ST_DEVICE_INFO) + offsetof(_ZELK_ST_DEVICE_INFO, nPort),
+                        &port, sizeof port);
+        }
+        m_logic->SetDeviceInfo(reinterpret_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(bytes));
+        std::free(bytes);
+        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 2);
+        QCOMPARE(m_logic->GetLocalDeviceInfo().stDevInfo[1].nPort, 2);
+        QCOMPARE(qstrlen(m_logic->GetLocalDeviceInfo().stDevInfo[1].szName), uint(ZELK_DEVICE_NAME_SIZE - 1));
+
+        // A full list whose last name ends where the heap block ends.
+        void* block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
+        QVERIFY(block);
+        std::memset(block, 0, sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
+        auto* list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
+        list->nDevNum = MAX_DEVICE_COUNT;
+        for (_ZELK_ST_DEVICE_INFO& device : list->stDevInfo)
+            std::memset(device.szName, 'N', sizeof(device.szName));
+        m_logic->SetDeviceInfo(list);
+        std::free(block);
+
+        const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
+        QCOMPARE(stored.nDevNum, MAX_DEVICE_COUNT);
+        const _ZELK_ST_DEVICE_INFO& last = stored.stDevInfo[MAX_DEVICE_COUNT - 1];
+        QCOMPARE(last.szName[ZELK_DEVICE_NAME_SIZE - 1], '\0');
+        QCOMPARE(QString::fromLatin1(last.szName), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('N')));
+
+        // The lone device of a list becomes the current one: its name is cut the same way.
+        block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
+        QVERIFY(block);
+        list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
+        std::memset(block, 'M', sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
+        list->nDevNum = 1;
+        list->stDevInfo[0].nPort = 4;
+        m_logic->SetDeviceInfo(list);
+        std::free(block);
+        QCOMPARE(m_logic->GetLocalDeviceName(), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('M')));
+        QCOMPARE(m_logic->GetLocalDevicePortNo(), 4);
+    }
+    void getDeviceInfo()
+    {
+        std::string error;
+        QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
+        sim::clearCalls();
+        const _ZELK_ST_MULTI_DEVICE_INFO list = m_logic->GetDeviceInfo();
+        QCOMPARE(callCount("ZELK_DevSrv_GetAvailableDeviceList"), 1);
+        sim::failNext("ZELK_DevSrv_GetAvailableDeviceList");
+        QCOMPARE(m_logic->GetDeviceInfo().nDevNum, 0);
+        QCOMPARE(list.nDevNum, 2);
+        QStringList names;
+        for (int i = 0; i < list.nDevNum; ++i)
+            names << QString::fromLocal8Bit(list.stDevInfo[i].szName);
+        names.sort();
+        QCOMPARE(names, QStringList({QStringLiteral("Second Modem"), QStringLiteral("USB Modem")}));
+    }
+
+    void selectSameDevice()
+    {
+        const sim::Device active = activeDevice();
+        HostFramework::dialupService()->setConnected(true);
+        sim::clearCalls();
+
+        QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port)), 0);
+        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 0);
+        QCOMPARE(HostFramework::dialupService()->disconnectCount(), 0);
+        QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
+    }
+    void selectOtherDevice_data()
+    {
+        QTest::addColumn<bool>("connected");
+        QTest::addColumn<int>("disconnects");
+        QTest::newRow("no connection") << false << 0;
+        QTest::newRow("connection up") << true << 1;
+    }
+    void selectOtherDevice()
+    {
+        QFETCH(bool, connected);
+        QFETCH(int, disconnects);
+        const std::string firstId = sim::activeDeviceId();
+        std::string error;
+        QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
+        QVERIFY(sim::selectDevice(firstId));
+        m_logic->ClearDeviceInfo();
+        m_logic->SetDeviceInfo(makeList(1).get()); // current port 10, protocol 20
+        HostFramework::dialupService()->setConnected(connected);
+        sim::clearCalls();
+
+        QCOMPARE(m_logic->SelectDevice(deviceRecord("Second Modem", 7, 2)), 0);
+        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
+        const sim::CallRecord record = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
+        QCOMPARE(record.args.size(), std::size_t(3));
+        // Texts appear quoted in the record.
+        QCOMPARE(record.args[0], std::string("\"Second Modem\""));
+        QCOMPARE(record.args[1], std::string("\"\""));
+        QCOMPARE(record.args[2], std::string("7"));
+        QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QStringLiteral("second"));
+        QCOMPARE(HostFramework::dialupService()->disconnectCount(), disconnects);
+        if (disconnects)
+            QCOMPARE(HostFramework::dialupService()->disconnectReasons(), QList<int>{0});
+        // The name follows at once; port and protocol come with the next list or status query.
+        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Second Modem"));
+        QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
+        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
+    }
+    void selectRefused()
+    {
+        const sim::Device active = activeDevice();
+        m_logic->ClearDeviceInfo();
+        m_logic->SetDeviceInfo(makeList(1).get());
+        sim::failNext("ZELK_DevSrv_ManualChangeDevice");
+
+        // Same name on another port is another device.
+        QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port + 1)), 1);
+        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
+        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
+        QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
+    }
+    void selectUnterminatedName()
+    {
+        _ZELK_ST_DEVICE_INFO record = deviceRecord("", 42);
+        std::memset(record.szName, 'Z', sizeof(record.szName));
+        sim::failNext("ZELK_DevSrv_ManualChangeDevice");
+        sim::clearCalls();
+        QCOMPARE(m_logic->SelectDevice(record), 1);
+        const sim::CallRecord call = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
+        QCOMPARE(call.args[0], '"' + std::string(ZELK_DEVICE_NAME_SIZE - 1, 'Z') + '"');
+    }
+
+    void systemDevStatus_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("failing"); // SDK function made to fail, or empty
+        QTest::addColumn<int>("expected");
+        QTest::addColumn<bool>("takesOver");
+        QTest::addColumn<int>("sdkCalls");
+        QTest::newRow("available") << 3 << QString() << 3 << true << 3;
+        QTest::newRow("initialising") << 2 << QString() << 2 << false << 3;
+        QTest::newRow("status fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevStatus") << 0 << false << 1;
+        QTest::newRow("name fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDeviceName") << 0 << false << 2;
+        QTest::newRow("port fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevicePort") << 0 << false << 3;
+    }
+    void systemDevStatus()
+    {
+        QFETCH(int, status);
+        QFETCH(QString, failing);
+        QFETCH(int, expected);
+        QFETCH(bool, takesOver);
+        QFETCH(int, sdkCalls);
+        QVERIFY(changeActiveDevice([&](sim::Device& d) {
+            d.status = status;
+            d.name = "A Modem With A Rather Long Name";
+            d.port = 5;
+        }));
+        m_logic->ClearDeviceInfo();
+        m_logic->SetDeviceInfo(makeList(1).get());
+        sim::clearCalls();
+        if (!failing.isEmpty())
+            sim::failNext(failing.toStdString());
+
+        QCOMPARE(m_logic->GetSystemDevStatus(), expected);
+        QCOMPARE(allCallCount(), sdkCalls);
+        if (takesOver) {
+            // The SDK hands out at most 23 characters of the name.
+            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("A Modem With A Rather L"));
+            QCOMPARE(m_logic->GetLocalDevicePortNo(), 5);
+        } else {
+            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
+            QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
+        }
+        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
+    }
+    void simStatus_data()
+    {
+        QTest::addColumn<uint>("status");
+        QTest::addColumn<bool>("fail");
+        QTest::addColumn<int>("simStatus");
+        QTest::addColumn<int>("valid");
+        QTest::newRow("0") << 0u << false << 0 << 0;
+        QTest::newRow("1") << 1u << false << 1 << 1;
+        QTest::newRow("255") << 255u << false << 255 << 0;
+        // A transient failure must not send the user to the SIM dialogs.
+        QTest::newRow("SDK fails") << 0u << true << 0 << 1;
+    }
+    void simStatus()
+    {
+        QFETCH(uint, status);
+        QFETCH(bool, fail);
+        QFETCH(int, simStatus);
+        QFETCH(int, valid);
+        QVERIFY(changeActiveDevice([&](sim::Device& d) { d.sim.status = status; }));
+        if (fail)
+            sim::failNext("ZELK_DevSrv_GetSimStatus", 2);
+        QCOMPARE(m_logic->GetSimStatus(), simStatus);
+        QCOMPARE(m_logic->isSimValid(), valid);
+    }
+    void deviceNameAndPort_data()
+    {
+        QTest::addColumn<QString>("failing");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("port");
+        QTest::newRow("answers") << QString() << QStringLiteral("Modem \u00e4 A") << 6;
+        QTest::newRow("name fails") << QStringLiteral("ZELK_DevSrv_GetDeviceName") << QString() << 6;
+        QTest::newRow("port fails") << QStringLiteral("ZELK_DevSrv_GetDevicePort")
+                                    << QStringLiteral("Modem \u00e4 A") << 0;
+    }
+    void deviceNameAndPort()
+    {
+        QFETCH(QString, failing);
+        QFETCH(QString, name);
+        QFETCH(int, port);
+        QVERIFY(changeActiveDevice([](sim::Device& d) {
+            d.name = QStringLiteral("Modem \u00e4 A").toLocal8Bit().toStdString();
+            d.port = 6;
+        }));
+        // The stored copy says otherwise: these ask the SDK.
+        m_logic->ClearDeviceInfo();
+        m_logic->SetDeviceInfo(makeList(1).get());
+        if (!failing.isEmpty())
+            sim::forceResult(failing.toStdString(), 2, ZELK_ERROR_FAILURE);
+        sim::clearCalls();
+
+        QCOMPARE(m_logic->GetDeviceName(), name);
+        QCOMPARE(m_logic->GetCurrentDeviceName(), name);
+        QCOMPARE(m_logic->GetCurrentDevicePortNo(), port);
+        QCOMPARE(callCount("ZELK_DevSrv_GetDeviceName"), 2);
+        QCOMPARE(callCount("ZELK_DevSrv_GetDevicePort"), 1);
+    }
+
+    // A status query that fails leaves the caller's value alone and says so.
+    void deviceStatus()
+    {
+        _ZELK_EN_DEVICE_STATUS out = _ZELK_EN_DEVICE_STATUS(77);
+        QCOMPARE(m_logic->GetDeviceStatus(out), 0);
+        QCOMPARE(int(out), 3);
+        out = _ZELK_EN_DEVICE_STATUS(77);
+        sim::failNext("ZELK_DevSrv_GetDevStatus");
+        QCOMPARE(m_logic->GetDeviceStatus(out), 15);
+        QCOMPARE(int(out), 77);
+    }
+
+    // The radio switch asks the device first and changes only what differs; 15: no switch to turn.
+    void switchRF_data()
+    {
+        QTest::addColumn<bool>("switchable");
+        QTest::addColumn<bool>("radioOn");
+        QTest::addColumn<bool>("request");
+        QTest::addColumn<QString>("failing");
+        QTest::addColumn<int>("expected");
+        QTest::addColumn<int>("setCalls");
+        QTest::newRow("off -> on") << true << false << true << "" << 0 << 1;
+        QTest::newRow("on -> off") << true << true << false << "" << 0 << 1;
+        QTest::newRow("already on") << true << true << true << "" << 0 << 0;
+        QTest::newRow("no radio switch") << false << false << true << "" << 15 << 0;
+        QTest::newRow("read fails") << true << true << false << "ZELK_DevSrv_GetRFSwitch" << 1 << 0;
+        QTest::newRow("switch fails") << true << false << true << "ZELK_DevSrv_SetRFSwitch" << 1 << 1;
+    }
+    void switchRF()
+    {
+        QFETCH(bool, switchable);
+        QFETCH(bool, radioOn);
+        QFETCH(bool, request);
+        QFETCH(QString, failing);
+        QFETCH(int, expected);
+        QFETCH(int, setCalls);
+        QVERIFY(changeActiveDevice([&](sim::Device& d) {
+            d.radio.switchable = switchable;
+            d.radio.softwareOn = radioOn;
+        }));
+        sim::clearCalls();
+        if (!failing.isEmpty())
+            sim::failNext(failing.toStdString());
+        QCOMPARE(m_logic->SwitchRFMode(request), expected);
+        QCOMPARE(callCount("ZELK_DevSrv_GetRFSwitch"), 1);
+        QCOMPARE(callCount("ZELK_DevSrv_SetRFSwitch"), setCalls);
+        if (setCalls)
+            QCOMPARE(sim::calls("ZELK_DevSrv_SetRFSwitch").front().args.front(),
+                     std::string(request ? "1" : "0"));
+        QCOMPARE(activeDevice().radio.softwareOn, expected == 0 && setCalls ? request : radioOn);
+    }
+
+    // Offline and packet detach: one SDK call each (detach with state 0), 15 when the SDK refuses.
+    void offlineAndDetach()
+    {
+        for (const bool fail : {false, true}) {
+            sim::reset();
+            sim::clearCalls();
+            if (fail) {
+                sim::failNext("ZELK_DevSrv_SetOffline");
+                sim::failNext("ZELK_NetSrv_SetPSState");
+            }
+            QCOMPARE(m_logic->SetOffline(), fail ? 15 : 0);
+            QCOMPARE(m_logic->DetachGPRS(), fail ? 15 : 0);
+            QCOMPARE(callCount("ZELK_DevSrv_SetOffline"), 1);
+            QCOMPARE(sim::calls("ZELK_NetSrv_SetPSState").front().args.front(), std::string("0"));
+            QCOMPARE(activeDevice().offline, !fail);
+            QCOMPARE(activeDevice().packetAttached, fail);
+        }
+    }
+
+    // The host's dial-up connection is ended (reason 0) when there is one, whether or not it ends.
+    void interruptServers()
+    {
+        DialupService* dialup = HostFramework::dialupService();
+        for (const int result : {0, 5}) {
+            dialup->resetCounts();
+            dialup->setConnected(true);
+            dialup->setDisconnectResult(result);
+            sim::clearCalls();
+            m_logic->InterruptServers();
+            QCOMPARE(dialup->disconnectReasons(), QList<int>{0});
+            QCOMPARE(allCallCount(), 0);
+        }
+    }
+
+    void interruptServersWithoutContainer()
+    {
+        HostFramework::destroyHost();
+        QVERIFY(Startup::GetPluginContainer() == nullptr);
+        // Nothing to reach: the lookup is abandoned without a crash.
+        m_logic->InterruptServers();
+        HostFramework::createHost(nullptr, nullptr);
+        QVERIFY(Startup::GetPluginContainer() != nullptr);
+    }
 
 private:
     HostFixture m_host;
     DeviceMgrUILogic* m_logic = nullptr;
 };
-
-void tst_LogicDevice::initialFields()
-{
-    m_logic->SetDeviceInfo(makeList(1).get());
-    m_logic->m_iRetryTimes = 9;
-    m_logic->init();
-    QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, -1);
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), -1);
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 0);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QString());
-    QCOMPARE(m_logic->m_iRetryTimes, 0);
-    QCOMPARE(m_logic->GetStoredPinStatus(), 0);
-}
-
-void tst_LogicDevice::clearDeviceInfo()
-{
-    m_logic->SetDeviceInfo(makeList(1).get());
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-    m_logic->ClearDeviceInfo();
-    const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-    _ZELK_ST_MULTI_DEVICE_INFO zero;
-    std::memset(&zero, 0, sizeof(zero));
-    QVERIFY(std::memcmp(&stored, &zero, sizeof(zero)) == 0);
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), -1);
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 0);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QString());
-}
-
-void tst_LogicDevice::setDeviceInfoCounts_data()
-{
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("storedCount");
-    QTest::addColumn<int>("copied");     // entries expected in the stored list
-    QTest::addColumn<bool>("takesOver"); // the lone device becomes the current one
-    QTest::newRow("none") << 0 << 0 << 0 << false;
-    QTest::newRow("one") << 1 << 1 << 1 << true;
-    QTest::newRow("two") << 2 << 2 << 2 << false;
-    QTest::newRow("64") << 64 << 64 << 64 << false;
-    // Refused whole: the list from before stays.
-    QTest::newRow("65") << 65 << 3 << 3 << false;
-    QTest::newRow("int max") << 0x7FFFFFFF << 3 << 3 << false;
-    QTest::newRow("negative") << -5 << -5 << 0 << false;
-    QTest::newRow("int min") << int(0x80000000) << int(0x80000000) << 0 << false;
-}
-
-void tst_LogicDevice::setDeviceInfoCounts()
-{
-    QFETCH(int, count);
-    QFETCH(int, storedCount);
-    QFETCH(int, copied);
-    QFETCH(bool, takesOver);
-
-    // What was there before: a current device and a list of three other devices.
-    m_logic->ClearDeviceInfo();
-    auto current = makeList(1);
-    qstrcpy(current->stDevInfo[0].szName, "Previous");
-    current->stDevInfo[0].nPort = 99;
-    current->stDevInfo[0].nProtocol = 98;
-    m_logic->SetDeviceInfo(current.get());
-    auto before = makeList(3);
-    for (int i = 0; i < 3; ++i)
-        qsnprintf(before->stDevInfo[i].szName, 128, "Old %d", i);
-    m_logic->SetDeviceInfo(before.get());
-
-    // Entries past the count carry data too: none of it may be copied.
-    auto list = makeList(count, MAX_DEVICE_COUNT);
-    m_logic->SetDeviceInfo(list.get());
-
-    const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-    QCOMPARE(stored.nDevNum, storedCount);
-    const bool refused = count > MAX_DEVICE_COUNT;
-    for (int i = 0; i < MAX_DEVICE_COUNT; ++i) {
-        const QString name = QString::fromLatin1(stored.stDevInfo[i].szName);
-        if (i < copied && !refused) {
-            QCOMPARE(name, QStringLiteral("Modem %1").arg(i));
-            QCOMPARE(stored.stDevInfo[i].nPort, 10 + i);
-            QCOMPARE(stored.stDevInfo[i].nProtocol, 20 + i);
-        } else if (i < 3) {
-            QCOMPARE(name, QStringLiteral("Old %1").arg(i));
-        } else {
-            QVERIFY2(name.isEmpty(), qPrintable(name));
-        }
-    }
-    if (takesOver) {
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-        QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
-    } else {
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Previous"));
-        QCOMPARE(m_logic->GetLocalDevicePortNo(), 99);
-        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 98);
-    }
-}
-
-void tst_LogicDevice::setDeviceInfoKeepsCurrentWithSeveral()
-{
-    // The service clears before each refresh: with several devices nobody is current until the
-    // user chooses.
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(2).get());
-    QCOMPARE(m_logic->GetLocalDeviceName(), QString());
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), -1);
-
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get());
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-}
-
-void tst_LogicDevice::setDeviceInfoNull()
-{
-    m_logic->SetDeviceInfo(makeList(1).get());
-    m_logic->SetDeviceInfo(nullptr);
-    QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 1);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-}
-
-void tst_LogicDevice::setDeviceInfoNameFillingTheRecordEnd()
-{
-    // The last name of a full list ends where the heap block ends: reading one byte past the
-    // record is an AddressSanitizer error.
-    void* block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-    QVERIFY(block);
-    std::memset(block, 0, sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-    auto* list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-    list->nDevNum = MAX_DEVICE_COUNT;
-    for (_ZELK_ST_DEVICE_INFO& device : list->stDevInfo)
-        std::memset(device.szName, 'N', sizeof(device.szName));
-    m_logic->SetDeviceInfo(list);
-    std::free(block);
-
-    const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-    QCOMPARE(stored.nDevNum, MAX_DEVICE_COUNT);
-    const _ZELK_ST_DEVICE_INFO& last = stored.stDevInfo[MAX_DEVICE_COUNT - 1];
-    QCOMPARE(last.szName[ZELK_DEVICE_NAME_SIZE - 1], '\0');
-    QCOMPARE(QString::fromLatin1(last.szName), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('N')));
-
-    // The lone device of a list becomes the current one: its name is cut the same way.
-    block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-    QVERIFY(block);
-    list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-    std::memset(block, 'M', sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-    list->nDevNum = 1;
-    list->stDevInfo[0].nPort = 4;
-    m_logic->SetDeviceInfo(list);
-    std::free(block);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('M')));
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), 4);
-}
-
-void tst_LogicDevice::setDeviceInfoReadsOnlyListedEntries()
-{
-    // An SDK may hand over a record that holds only the listed entries; anything read past them
-    // is outside the heap block.
-    const std::size_t size =
-        offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + 2 * sizeof(_ZELK_ST_DEVICE_INFO);
-    void* block = std::malloc(size);
-    QVERIFY(block);
-    std::memset(block, 'Q', size);
-    auto* list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-    list->nDevNum = 2;
-    list->stDevInfo[0].nPort = 1;
-    list->stDevInfo[1].nPort = 2;
-    m_logic->SetDeviceInfo(list);
-    std::free(block);
-
-    const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-    QCOMPARE(stored.nDevNum, 2);
-    QCOMPARE(stored.stDevInfo[1].nPort, 2);
-    QCOMPARE(qstrlen(stored.stDevInfo[1].szName), uint(ZELK_DEVICE_NAME_SIZE - 1));
-}
-
-void tst_LogicDevice::getDeviceInfo()
-{
-    std::string error;
-    QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
-    sim::clearCalls();
-    const _ZELK_ST_MULTI_DEVICE_INFO list = m_logic->GetDeviceInfo();
-    QCOMPARE(callCount("ZELK_DevSrv_GetAvailableDeviceList"), 1);
-    QCOMPARE(list.nDevNum, 2);
-    QStringList names;
-    for (int i = 0; i < list.nDevNum; ++i)
-        names << QString::fromLocal8Bit(list.stDevInfo[i].szName);
-    names.sort();
-    QCOMPARE(names, QStringList({QStringLiteral("Second Modem"), QStringLiteral("USB Modem")}));
-}
-
-void tst_LogicDevice::getDeviceInfoFailure()
-{
-    sim::failNext("ZELK_DevSrv_GetAvailableDeviceList");
-    QCOMPARE(m_logic->GetDeviceInfo().nDevNum, 0);
-}
-
-void tst_LogicDevice::selectSameDevice()
-{
-    const sim::Device active = activeDevice();
-    HostFramework::dialupService()->setConnected(true);
-    sim::clearCalls();
-
-    QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port)), 0);
-    QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 0);
-    QCOMPARE(HostFramework::dialupService()->disconnectCount(), 0);
-    QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
-}
-
-void tst_LogicDevice::selectOtherDevice_data()
-{
-    QTest::addColumn<bool>("connected");
-    QTest::addColumn<int>("disconnects");
-    QTest::newRow("no connection") << false << 0;
-    QTest::newRow("connection up") << true << 1;
-}
-
-void tst_LogicDevice::selectOtherDevice()
-{
-    QFETCH(bool, connected);
-    QFETCH(int, disconnects);
-    const std::string firstId = sim::activeDeviceId();
-    std::string error;
-    QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
-    QVERIFY(sim::selectDevice(firstId));
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get()); // current port 10, protocol 20
-    HostFramework::dialupService()->setConnected(connected);
-    sim::clearCalls();
-
-    QCOMPARE(m_logic->SelectDevice(deviceRecord("Second Modem", 7, 2)), 0);
-    QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
-    const sim::CallRecord record = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
-    QCOMPARE(record.args.size(), std::size_t(3));
-    // Texts appear quoted in the record.
-    QCOMPARE(record.args[0], std::string("\"Second Modem\""));
-    QCOMPARE(record.args[1], std::string("\"\""));
-    QCOMPARE(record.args[2], std::string("7"));
-    QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QStringLiteral("second"));
-    QCOMPARE(HostFramework::dialupService()->disconnectCount(), disconnects);
-    if (disconnects)
-        QCOMPARE(HostFramework::dialupService()->disconnectReasons(), QList<int>{0});
-    // The name follows at once; port and protocol come with the next list or status query.
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Second Modem"));
-    QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
-}
-
-void tst_LogicDevice::selectRefused()
-{
-    const sim::Device active = activeDevice();
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get());
-    sim::failNext("ZELK_DevSrv_ManualChangeDevice");
-
-    // Same name on another port is another device.
-    QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port + 1)), 1);
-    QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
-    QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-    QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
-}
-
-void tst_LogicDevice::selectUnterminatedName()
-{
-    _ZELK_ST_DEVICE_INFO record = deviceRecord("", 42);
-    std::memset(record.szName, 'Z', sizeof(record.szName));
-    sim::failNext("ZELK_DevSrv_ManualChangeDevice");
-    sim::clearCalls();
-    QCOMPARE(m_logic->SelectDevice(record), 1);
-    const sim::CallRecord call = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
-    QCOMPARE(call.args[0], '"' + std::string(ZELK_DEVICE_NAME_SIZE - 1, 'Z') + '"');
-}
-
-void tst_LogicDevice::deviceStatus_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<bool>("fail");
-    QTest::addColumn<int>("expected");
-    QTest::addColumn<int>("statusOut");
-    QTest::newRow("available") << 3 << false << 0 << 3;
-    QTest::newRow("ready") << 1 << false << 0 << 1;
-    QTest::newRow("initialising") << 2 << false << 0 << 2;
-    QTest::newRow("SDK fails") << 3 << true << 15 << 77;
-}
-
-void tst_LogicDevice::deviceStatus()
-{
-    QFETCH(int, status);
-    QFETCH(bool, fail);
-    QFETCH(int, expected);
-    QFETCH(int, statusOut);
-    QVERIFY(changeActiveDevice([&](sim::Device& d) { d.status = status; }));
-    if (fail)
-        sim::failNext("ZELK_DevSrv_GetDevStatus");
-    _ZELK_EN_DEVICE_STATUS out = _ZELK_EN_DEVICE_STATUS(77);
-    QCOMPARE(m_logic->GetDeviceStatus(out), expected);
-    QCOMPARE(int(out), statusOut);
-}
-
-void tst_LogicDevice::systemDevStatus_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("failing"); // SDK function made to fail, or empty
-    QTest::addColumn<int>("expected");
-    QTest::addColumn<bool>("takesOver");
-    QTest::addColumn<int>("sdkCalls");
-    QTest::newRow("available") << 3 << QString() << 3 << true << 3;
-    QTest::newRow("ready") << 1 << QString() << 1 << false << 3;
-    QTest::newRow("initialising") << 2 << QString() << 2 << false << 3;
-    QTest::newRow("status fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevStatus") << 0 << false << 1;
-    QTest::newRow("name fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDeviceName") << 0 << false << 2;
-    QTest::newRow("port fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevicePort") << 0 << false << 3;
-}
-
-void tst_LogicDevice::systemDevStatus()
-{
-    QFETCH(int, status);
-    QFETCH(QString, failing);
-    QFETCH(int, expected);
-    QFETCH(bool, takesOver);
-    QFETCH(int, sdkCalls);
-    QVERIFY(changeActiveDevice([&](sim::Device& d) {
-        d.status = status;
-        d.name = "A Modem With A Rather Long Name";
-        d.port = 5;
-    }));
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get());
-    sim::clearCalls();
-    if (!failing.isEmpty())
-        sim::failNext(failing.toStdString());
-
-    QCOMPARE(m_logic->GetSystemDevStatus(), expected);
-    QCOMPARE(allCallCount(), sdkCalls);
-    if (takesOver) {
-        // The SDK hands out at most 23 characters of the name.
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("A Modem With A Rather L"));
-        QCOMPARE(m_logic->GetLocalDevicePortNo(), 5);
-    } else {
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-        QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-    }
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
-}
-
-void tst_LogicDevice::simStatus_data()
-{
-    QTest::addColumn<uint>("status");
-    QTest::addColumn<bool>("fail");
-    QTest::addColumn<int>("simStatus");
-    QTest::addColumn<int>("valid");
-    QTest::newRow("0") << 0u << false << 0 << 0;
-    QTest::newRow("1") << 1u << false << 1 << 1;
-    QTest::newRow("254") << 254u << false << 254 << 1;
-    QTest::newRow("255") << 255u << false << 255 << 0;
-    QTest::newRow("1000") << 1000u << false << 1000 << 0;
-    // A transient failure must not send the user to the SIM dialogs.
-    QTest::newRow("SDK fails") << 0u << true << 0 << 1;
-}
-
-void tst_LogicDevice::simStatus()
-{
-    QFETCH(uint, status);
-    QFETCH(bool, fail);
-    QFETCH(int, simStatus);
-    QFETCH(int, valid);
-    QVERIFY(changeActiveDevice([&](sim::Device& d) { d.sim.status = status; }));
-    if (fail)
-        sim::failNext("ZELK_DevSrv_GetSimStatus", 2);
-    QCOMPARE(m_logic->GetSimStatus(), simStatus);
-    QCOMPARE(m_logic->isSimValid(), valid);
-}
-
-void tst_LogicDevice::deviceNameAndPort_data()
-{
-    QTest::addColumn<QString>("failing");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("port");
-    QTest::newRow("answers") << QString() << QStringLiteral("Modem \u00e4 A") << 6;
-    QTest::newRow("name fails") << QStringLiteral("ZELK_DevSrv_GetDeviceName") << QString() << 6;
-    QTest::newRow("port fails") << QStringLiteral("ZELK_DevSrv_GetDevicePort")
-                                << QStringLiteral("Modem \u00e4 A") << 0;
-}
-
-void tst_LogicDevice::deviceNameAndPort()
-{
-    QFETCH(QString, failing);
-    QFETCH(QString, name);
-    QFETCH(int, port);
-    QVERIFY(changeActiveDevice([](sim::Device& d) {
-        d.name = QStringLiteral("Modem \u00e4 A").toLocal8Bit().toStdString();
-        d.port = 6;
-    }));
-    // The stored copy says otherwise: these ask the SDK.
-    m_logic->ClearDeviceInfo();
-    m_logic->SetDeviceInfo(makeList(1).get());
-    if (!failing.isEmpty())
-        sim::forceResult(failing.toStdString(), 2, ZELK_ERROR_FAILURE);
-    sim::clearCalls();
-
-    QCOMPARE(m_logic->GetDeviceName(), name);
-    QCOMPARE(m_logic->GetCurrentDeviceName(), name);
-    QCOMPARE(m_logic->GetCurrentDevicePortNo(), port);
-    QCOMPARE(callCount("ZELK_DevSrv_GetDeviceName"), 2);
-    QCOMPARE(callCount("ZELK_DevSrv_GetDevicePort"), 1);
-}
-
-void tst_LogicDevice::protocolFromStoredCopy()
-{
-    auto list = makeList(1);
-    list->stDevInfo[0].nProtocol = 31;
-    m_logic->SetDeviceInfo(list.get());
-    sim::clearCalls();
-    QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 31);
-    QCOMPARE(allCallCount(), 0);
-}
-
-void tst_LogicDevice::simTypeText_data()
-{
-    QTest::addColumn<int>("productType");
-    QTest::addColumn<bool>("fail");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("CDMA") << 1 << false << QStringLiteral("UIM card");
-    QTest::newRow("GSM") << 2 << false << QStringLiteral("SIM card");
-    QTest::newRow("not yet known") << 3 << false << QStringLiteral("SIM card");
-    QTest::newRow("other") << 9 << false << QStringLiteral("SIM card");
-    QTest::newRow("SDK fails") << 1 << true << QString();
-}
-
-void tst_LogicDevice::simTypeText()
-{
-    QFETCH(int, productType);
-    QFETCH(bool, fail);
-    QFETCH(QString, expected);
-    m_host.setSetting(QStringLiteral("customize"), QStringLiteral("simtype"), QStringLiteral("SIM card"));
-    m_host.setSetting(QStringLiteral("customize"), QStringLiteral("uimtype"), QStringLiteral("UIM card"));
-    QVERIFY(changeActiveDevice([&](sim::Device& d) { d.productType = productType; }));
-    if (fail)
-        sim::failNext("ZELK_DevSrv_GetProductType");
-    QCOMPARE(m_logic->GetSimTypeText(), expected);
-}
 
 QTEST_MAIN(tst_LogicDevice)
 #include "tst_LogicDevice.moc"

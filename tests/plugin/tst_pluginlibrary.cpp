@@ -113,13 +113,6 @@ private slots:
         QVERIFY(root.isNull());
     }
 
-    void missingPluginIsRefused()
-    {
-        PluginContainer* container = HostFramework::container();
-        QVERIFY(!container->LoadPlugin(QStringLiteral("NoSuchPlugin")));
-        QVERIFY(container->lastError().contains(QLatin1String("NoSuchPlugin")));
-    }
-
 private:
     HostFixture m_host;
 };

@@ -1,5 +1,5 @@
-// Simulated data card: the events each situation sends, in order, on the SDK's own thread; and the
-// promise of unregistration under concurrent use.
+// Simulated data card: the events each situation sends, in order, on the SDK's own thread; the promise
+// of unregistration under concurrent use; typed codes masked in its call record; bad input refused.
 #include "SdkTestSupport.h"
 
 #include <QtTest/QtTest>
@@ -56,6 +56,13 @@ int waitsInside(int, void*)
     return 1;
 }
 
+Device gsm(bool pinEnabled)
+{
+    Device d = sdktest::device("m", "USB Modem", 3);
+    d.sim.pinEnabled = pinEnabled;
+    return d;
+}
+
 } // namespace
 
 class tst_SimEvents : public QObject
@@ -63,340 +70,235 @@ class tst_SimEvents : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanupTestCase();
-    void eventOrder_data();
-    void eventOrder();
-    void eventData_data();
-    void eventData();
-    void deliveredOnTheSdkThread();
-    void otaspProgressAndCallEnd();
-    void noCallAfterUnregistration();
-    void callbackMayUnregisterItself();
-    void waitForIdleRefusesInsideACallback();
-    void injectedEventCarriesItsData();
-};
-
-void tst_SimEvents::initTestCase()
-{
-    sdktest::registerAll();
-}
-
-void tst_SimEvents::cleanupTestCase()
-{
-    sdktest::unregisterAll();
-}
-
-void tst_SimEvents::init()
-{
-    reset();
-    Recorder::instance().clear();
-}
-
-void tst_SimEvents::eventOrder_data()
-{
-    QTest::addColumn<QString>("situation");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("plugged in, PIN off") << "plugPinOff"
-                                         << "m6606 d6600 i6000 i6008 i6012 i6014";
-    QTest::newRow("plugged in, PIN on") << "plugPinOn"
-                                        << "m6606 d6600 i6000 i6008 i6011 i6014";
-    QTest::newRow("plugged in, PUK locked") << "plugPuk"
-                                            << "m6606 d6600 i6000 i6008 i6011 i6014";
-    QTest::newRow("plugged in, network-locked") << "plugLocked"
-                                                << "m6606 d6600 i6000 i6008 i6012 i6013 i6014";
-    QTest::newRow("plugged in, fingerprint-locked") << "plugFp"
-                                                    << "m6606 d6600 i6000 i6018 i6008 i6011 i6014";
-    QTest::newRow("plugged in, no SIM") << "plugNoSim"
-                                        << "m6606 d6600 i6000 i6002 i6008 i6014";
-    QTest::newRow("second device plugged in") << "plugSecond"
-                                              << "m6606";
-    QTest::newRow("rejected device plugged in") << "plugRejected"
-                                                << "m6601";
-    QTest::newRow("active removed, one left") << "removeActive"
-                                              << "i6016 m6010 d6600 i6000 i6008 i6012 i6014";
-    QTest::newRow("active removed, two left") << "removeActiveTwoLeft"
-                                              << "i6016 m6010 m6606";
-    QTest::newRow("other removed") << "removeOther"
-                                   << "m6010";
-    QTest::newRow("switch between two devices") << "switch"
-                                                << "m6500 m6604 m6501 d6600 i6000 i6008 i6012 i6014";
-    QTest::newRow("first choice of a device") << "firstChoice"
-                                              << "d6600 i6000 i6008 i6012 i6014";
-    QTest::newRow("reject") << "reject"
-                            << "m6601";
-    QTest::newRow("SIM removed") << "simOut"
-                                 << "d6619";
-    QTest::newRow("SIM inserted, PIN on") << "simInPinOn"
-                                          << "d6619 i6011";
-    QTest::newRow("SIM inserted, PIN off, network-locked") << "simInLocked"
-                                                           << "d6619 i6012 i6013";
-    QTest::newRow("hardware radio switch") << "radio"
-                                           << "d6615";
-    QTest::newRow("radio switched by request") << "radioRequest"
-                                               << "d6615";
-    QTest::newRow("power") << "power"
-                           << "d6616";
-    QTest::newRow("fingerprint verification") << "fingerprint"
-                                              << "d6620";
-    QTest::newRow("detection") << "detect"
-                               << "m6606 d6600 i6000 i6008 i6012 i6014";
-    QTest::newRow("modem reset") << "resetMs"
-                                 << "i6016 m6606 d6600 i6000 i6008 i6011 i6014";
-    QTest::newRow("PIN entered: no event") << "verifyPin"
-                                           << "";
-}
-
-void tst_SimEvents::eventOrder()
-{
-    QFETCH(QString, situation);
-    QFETCH(QString, expected);
-
-    Device a = modem("a", 3);
-    Device b = modem("b", 4);
-    Device c = modem("c", 5);
-    const auto start = [&](std::vector<Device> list, const std::string& active) {
-        sdktest::setDevices(list, active);
-    };
-    if (situation.startsWith("plug")) {
-        Device d = modem("new", 9);
-        d.sim.pinEnabled = situation == "plugPinOn" || situation == "plugPuk" || situation == "plugFp";
-        d.sim.pinAttempts = situation == "plugPuk" ? 0 : 3;
-        d.cardLock.state = situation == "plugLocked" ? 1 : 2;
-        d.fingerprintLocked = situation == "plugFp";
-        d.sim.present = situation != "plugNoSim";
-        d.status = situation == "plugRejected" ? DEVICE_STATUS_REJECTED : DEVICE_STATUS_AVAILABLE;
-        start(situation == "plugSecond" ? std::vector<Device>{a} : std::vector<Device>{}, std::string());
-        std::string error;
-        QVERIFY2(attachDevice(d, &error), error.c_str());
-    } else if (situation == "removeActive") {
-        start({a, b}, "a");
-        QVERIFY(removeDevice("a"));
-    } else if (situation == "removeActiveTwoLeft") {
-        start({a, b, c}, "a");
-        QVERIFY(removeDevice("a"));
-    } else if (situation == "removeOther") {
-        start({a, b}, "a");
-        QVERIFY(removeDevice("b"));
-    } else if (situation == "switch") {
-        start({a, b}, "a");
-        QCOMPARE(ZELK_DevSrv_ManualChangeDevice("Modem b", "", 4), ZELK_ERROR_SUCCESS);
-    } else if (situation == "firstChoice") {
-        start({a, b}, "");
-        QVERIFY(rejectDevice("a")); // leaves nothing active
-        waitForIdle();
+    void initTestCase() { sdktest::registerAll(); }
+    void cleanupTestCase() { sdktest::unregisterAll(); }
+    void init()
+    {
+        reset();
         Recorder::instance().clear();
-        QCOMPARE(ZELK_DevSrv_ManualChangeDevice("Modem b", "", 4), ZELK_ERROR_SUCCESS);
-    } else if (situation == "reject") {
-        start({a, b}, "a");
-        QVERIFY(rejectDevice("a"));
-    } else if (situation == "simOut") {
-        start({a}, "a");
-        QVERIFY(removeSim("a"));
-    } else if (situation == "simInPinOn" || situation == "simInLocked") {
-        a.sim.present = false;
-        a.sim.pinEnabled = situation == "simInPinOn";
-        a.cardLock.state = situation == "simInLocked" ? 1 : 2;
-        start({a}, "a");
-        QVERIFY(insertSim("a"));
-    } else if (situation == "radio") {
-        start({a}, "a");
-        QVERIFY(setHardwareRadio(false));
-    } else if (situation == "radioRequest") {
-        start({a}, "a");
-        QCOMPARE(ZELK_DevSrv_SetRFSwitch(0), ZELK_ERROR_SUCCESS);
-    } else if (situation == "power") {
-        sendPowerEvent(ZELK_POWER_SUSPEND);
-    } else if (situation == "fingerprint") {
-        sendFingerprintState(ZELK_VERIFYIND_TOO_LEFT);
-    } else if (situation == "detect") {
-        start({a}, "a");
-        QCOMPARE(ZELK_DevSrv_DetectDevice(), ZELK_ERROR_SUCCESS);
-    } else if (situation == "resetMs") {
-        a.sim.pinEnabled = true;
-        start({a}, "a");
-        QCOMPARE(ZELK_DevSrv_ResetMs(), ZELK_ERROR_SUCCESS);
-    } else if (situation == "verifyPin") {
-        a.sim.pinEnabled = true;
-        start({a}, "a");
-        unsigned char rem = 0;
-        QCOMPARE(ZELK_DevSrv_VerifyPin(0, "1234", &rem), ZELK_ERROR_SUCCESS);
-    } else {
-        QFAIL("unknown situation");
     }
-    QVERIFY(waitForIdle());
-    QCOMPARE(tagged(Recorder::instance().seen()), expected);
-}
-
-void tst_SimEvents::eventData_data()
-{
-    QTest::addColumn<QString>("situation");
-    QTest::addColumn<int>("event");
-    QTest::addColumn<QList<uint>>("words");
-
-    QTest::newRow("hardware switch off: software word first") << "hwOff" << 6615 << QList<uint>{1, 0};
-    QTest::newRow("software switch off") << "swOff" << 6615 << QList<uint>{0, 1};
-    QTest::newRow("SIM removed") << "simOut" << 6619 << QList<uint>{0};
-    QTest::newRow("SIM inserted") << "simIn" << 6619 << QList<uint>{1};
-    QTest::newRow("power resume") << "power" << 6616 << QList<uint>{0};
-    QTest::newRow("fingerprint verified") << "fp" << 6620 << QList<uint>{0};
-    QTest::newRow("device list with two devices") << "list" << 6606 << QList<uint>{2};
-}
-
-void tst_SimEvents::eventData()
-{
-    QFETCH(QString, situation);
-    QFETCH(int, event);
-    QFETCH(QList<uint>, words);
-
-    sdktest::setDevices({modem("a", 3)}, "a");
-    if (situation == "hwOff") {
-        setHardwareRadio(false);
-    } else if (situation == "swOff") {
-        ZELK_DevSrv_SetRFSwitch(0);
-    } else if (situation == "simOut") {
-        removeSim("a");
-    } else if (situation == "simIn") {
-        removeSim("a");
-        insertSim("a");
-    } else if (situation == "power") {
-        sendPowerEvent(ZELK_POWER_RESUME);
-    } else if (situation == "fp") {
-        sendFingerprintState(0);
-    } else if (situation == "list") {
-        attachDevice(modem("b", 4));
+    void eventOrder_data()
+    {
+        QTest::addColumn<QString>("situation");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const char* situation, const char* expected) {
+            QTest::newRow(name) << QString::fromLatin1(situation) << QString::fromLatin1(expected);
+        };
+        row("plugged in, fingerprint-locked", "plugFp", "m6606 d6600 i6000 i6018 i6008 i6011 i6014");
+        row("plugged in, no SIM", "plugNoSim", "m6606 d6600 i6000 i6002 i6008 i6014");
+        row("second device plugged in", "plugSecond", "m6606");
+        row("rejected device plugged in", "plugRejected", "m6601");
+        row("active removed, one left", "removeActive", "i6016 m6010 d6600 i6000 i6008 i6012 i6014");
+        row("active removed, two left", "removeActiveTwoLeft", "i6016 m6010 m6606");
+        row("other removed", "removeOther", "m6010");
+        row("switch between two devices", "switch", "m6500 m6604 m6501 d6600 i6000 i6008 i6012 i6014");
+        row("first choice of a device", "firstChoice", "d6600 i6000 i6008 i6012 i6014");
+        row("SIM removed", "simOut", "d6619");
+        row("SIM inserted, PIN on", "simInPinOn", "d6619 i6011");
+        row("SIM inserted, PIN off, network-locked", "simInLocked", "d6619 i6012 i6013");
+        row("hardware radio switch", "radio", "d6615");
+        row("modem reset", "resetMs", "i6016 m6606 d6600 i6000 i6008 i6011 i6014");
+        row("PIN entered: no event", "verifyPin", "");
     }
-    QVERIFY(waitForIdle());
-    QList<uint> seen;
-    for (const sdktest::Seen& s : Recorder::instance().seen()) {
-        if (s.event == event) {
-            seen.clear();
-            for (uint32_t w : s.words) {
-                seen << w;
-            }
+    void eventOrder()
+    {
+        QFETCH(QString, situation);
+        QFETCH(QString, expected);
+
+        Device a = modem("a", 3);
+        Device b = modem("b", 4);
+        Device c = modem("c", 5);
+        const auto start = [&](std::vector<Device> list, const std::string& active) {
+            sdktest::setDevices(list, active);
+        };
+        if (situation.startsWith("plug")) {
+            Device d = modem("new", 9);
+            d.sim.pinEnabled = situation == "plugFp";
+            d.fingerprintLocked = situation == "plugFp";
+            d.sim.present = situation != "plugNoSim";
+            d.status = situation == "plugRejected" ? DEVICE_STATUS_REJECTED : DEVICE_STATUS_AVAILABLE;
+            start(situation == "plugSecond" ? std::vector<Device>{a} : std::vector<Device>{}, std::string());
+            std::string error;
+            QVERIFY2(attachDevice(d, &error), error.c_str());
+        } else if (situation == "removeActive") {
+            start({a, b}, "a");
+            QVERIFY(removeDevice("a"));
+        } else if (situation == "removeActiveTwoLeft") {
+            start({a, b, c}, "a");
+            QVERIFY(removeDevice("a"));
+        } else if (situation == "removeOther") {
+            start({a, b}, "a");
+            QVERIFY(removeDevice("b"));
+        } else if (situation == "switch") {
+            start({a, b}, "a");
+            QCOMPARE(ZELK_DevSrv_ManualChangeDevice("Modem b", "", 4), ZELK_ERROR_SUCCESS);
+        } else if (situation == "firstChoice") {
+            start({a, b}, "");
+            QVERIFY(rejectDevice("a")); // leaves nothing active
+            waitForIdle();
+            Recorder::instance().clear();
+            QCOMPARE(ZELK_DevSrv_ManualChangeDevice("Modem b", "", 4), ZELK_ERROR_SUCCESS);
+        } else if (situation == "simOut") {
+            start({a}, "a");
+            QVERIFY(removeSim("a"));
+        } else if (situation == "simInPinOn" || situation == "simInLocked") {
+            a.sim.present = false;
+            a.sim.pinEnabled = situation == "simInPinOn";
+            a.cardLock.state = situation == "simInLocked" ? 1 : 2;
+            start({a}, "a");
+            QVERIFY(insertSim("a"));
+        } else if (situation == "radio") {
+            start({a}, "a");
+            QVERIFY(setHardwareRadio(false));
+        } else if (situation == "resetMs") {
+            a.sim.pinEnabled = true;
+            start({a}, "a");
+            QCOMPARE(ZELK_DevSrv_ResetMs(), ZELK_ERROR_SUCCESS);
+        } else if (situation == "verifyPin") {
+            a.sim.pinEnabled = true;
+            start({a}, "a");
+            unsigned char rem = 0;
+            QCOMPARE(ZELK_DevSrv_VerifyPin(0, "1234", &rem), ZELK_ERROR_SUCCESS);
+        } else {
+            QFAIL("unknown situation");
+        }
+        QVERIFY(waitForIdle());
+        QCOMPARE(tagged(Recorder::instance().seen()), expected);
+    }
+    void deliveredOnTheSdkThread()
+    {
+        sdktest::setDevices({}, "");
+        attachDevice(modem("a", 3));
+        sendPowerEvent(1);
+        sendCallEnd();
+        QVERIFY(waitForIdle());
+        const std::vector<sdktest::Seen> seen = Recorder::instance().seen();
+        QCOMPARE(seen.size(), std::size_t(8));
+        for (const sdktest::Seen& s : seen) {
+            QVERIFY(s.thread != std::this_thread::get_id());
+            QVERIFY(s.thread == deliveryThread());
         }
     }
-    QCOMPARE(seen, words);
-}
-
-void tst_SimEvents::deliveredOnTheSdkThread()
-{
-    sdktest::setDevices({}, "");
-    attachDevice(modem("a", 3));
-    sendPowerEvent(1);
-    sendCallEnd();
-    QVERIFY(waitForIdle());
-    const std::vector<sdktest::Seen> seen = Recorder::instance().seen();
-    QCOMPARE(seen.size(), std::size_t(8));
-    for (const sdktest::Seen& s : seen) {
-        QVERIFY(s.thread != std::this_thread::get_id());
-        QVERIFY(s.thread == deliveryThread());
-    }
-}
-
-void tst_SimEvents::otaspProgressAndCallEnd()
-{
-    Device d = modem("cdma", 7);
-    d.productType = ZELK_PRODUCT_TYPE_CDMA;
-    d.cdma.activated = false;
-    sdktest::setDevices({d}, "cdma");
-    QCOMPARE(ZELK_DevSrv_AutoCHKOTKSLActive("*228"), ZELK_ERROR_SUCCESS);
-    QVERIFY(waitForIdle());
-    QCOMPARE(tagged(Recorder::instance().seen()), QString("d6617 d6617 d6617 d6617 d6617 d6617 d6617 c6618"));
-    QList<uint> states;
-    for (const sdktest::Seen& s : Recorder::instance().seen()) {
-        if (s.event == ZELK_EVENT_DEV_OTASP_STATE) {
-            states << s.words.at(0);
-        }
-    }
-    QCOMPARE(states, (QList<uint>{1, 2, 3, 4, 5, 6, 7}));
-    int status = -1;
-    QCOMPARE(ZELK_DevSrv_GetOTAActStatus(&status), ZELK_ERROR_SUCCESS);
-    QCOMPARE(status, ZELK_OTA_ACTIVATED);
-    QCOMPARE(ZELK_DevSrv_OTAAutoActClear("*228"), ZELK_ERROR_SUCCESS);
-}
-
-// Four threads each register their own callback, let a fifth thread flood events, unregister and
-// raise a flag right after: the callback must never find the flag raised.
-void tst_SimEvents::noCallAfterUnregistration()
-{
-    ZELK_EVENT_CALLBACK callbacks[4] = {stressCallback<0>, stressCallback<1>, stressCallback<2>,
-                                        stressCallback<3>};
-    g_lateCalls = 0;
-    std::atomic<bool> stop{false};
-    std::thread flood([&] {
-        while (!stop.load()) {
-            injectEvent(zelk::Registry::DevMgr, ZELK_EVENT_DEV_POWER, {1});
-            waitForIdle(100);
-        }
-    });
-    std::vector<std::thread> workers;
-    for (int n = 0; n < 4; ++n) {
-        workers.emplace_back([&, n] {
-            for (int round = 0; round < 150; ++round) {
-                g_afterUnregister[n] = false;
-                ZELK_DevSrv_RegisterDevMgrCallback(callbacks[n]);
-                const int before = g_calls[n].load();
-                while (g_calls[n].load() == before && round % 10 == 0) {
-                    std::this_thread::yield(); // now and then make sure a call really raced us
-                }
-                ZELK_DevSrv_UnRegisterDevMgrCallback(callbacks[n]);
-                g_afterUnregister[n] = true;
+    // Four threads each register their own callback, let a fifth thread flood events, unregister and
+    // raise a flag right after: the callback must never find the flag raised.
+    void noCallAfterUnregistration()
+    {
+        ZELK_EVENT_CALLBACK callbacks[4] = {stressCallback<0>, stressCallback<1>, stressCallback<2>,
+                                            stressCallback<3>};
+        g_lateCalls = 0;
+        std::atomic<bool> stop{false};
+        std::thread flood([&] {
+            while (!stop.load()) {
+                injectEvent(zelk::Registry::DevMgr, ZELK_EVENT_DEV_POWER, {1});
+                waitForIdle(100);
             }
         });
+        std::vector<std::thread> workers;
+        for (int n = 0; n < 4; ++n) {
+            workers.emplace_back([&, n] {
+                for (int round = 0; round < 150; ++round) {
+                    g_afterUnregister[n] = false;
+                    ZELK_DevSrv_RegisterDevMgrCallback(callbacks[n]);
+                    const int before = g_calls[n].load();
+                    while (g_calls[n].load() == before && round % 10 == 0) {
+                        std::this_thread::yield(); // now and then make sure a call really raced us
+                    }
+                    ZELK_DevSrv_UnRegisterDevMgrCallback(callbacks[n]);
+                    g_afterUnregister[n] = true;
+                }
+            });
+        }
+        for (std::thread& t : workers) {
+            t.join();
+        }
+        stop = true;
+        flood.join();
+        QVERIFY(waitForIdle());
+        QCOMPARE(g_lateCalls.load(), 0);
+        for (int n = 0; n < 4; ++n) {
+            QVERIFY(g_calls[n].load() >= 15);
+        }
+        QCOMPARE(callbackCount(zelk::Registry::DevMgr), 1); // only the recorder's is left
     }
-    for (std::thread& t : workers) {
-        t.join();
+    void callbackMayUnregisterItself()
+    {
+        g_selfCalls = 0;
+        QCOMPARE(ZELK_DevSrv_RegisterDevMgrCallback(unregistersItself), ZELK_ERROR_SUCCESS);
+        sendPowerEvent(1);
+        sendPowerEvent(0);
+        sendPowerEvent(1);
+        QVERIFY(waitForIdle());
+        QCOMPARE(g_selfCalls.load(), 1);
+        QCOMPARE(ZELK_DevSrv_UnRegisterDevMgrCallback(unregistersItself), ZELK_ERROR_FAILURE);
+        // The recorder, registered before, saw all three.
+        QCOMPARE(Recorder::instance().events(), (QList<int>{6616, 6616, 6616}));
     }
-    stop = true;
-    flood.join();
-    QVERIFY(waitForIdle());
-    QCOMPARE(g_lateCalls.load(), 0);
-    for (int n = 0; n < 4; ++n) {
-        QVERIFY(g_calls[n].load() >= 15);
+    void waitForIdleRefusesInsideACallback()
+    {
+        g_waitAnswer = -1;
+        ZELK_DevSrv_RegisterDevMgrCallback(waitsInside);
+        sendPowerEvent(1);
+        QVERIFY(waitForIdle());
+        ZELK_DevSrv_UnRegisterDevMgrCallback(waitsInside);
+        QCOMPARE(g_waitAnswer.load(), 0);
     }
-    QCOMPARE(callbackCount(zelk::Registry::DevMgr), 1); // only the recorder's is left
-}
+    void typedCodesAreMaskedInTheCallRecord()
+    {
+        Device d = gsm(true);
+        d.sim.pin = "97531";
+        d.cardLock.state = 1;
+        sdktest::setDevices({d}, "m");
+        unsigned char rem = 0;
+        int remaining = 0;
+        const char* typed[] = {"97531", "86420", "24681357", "13572468", "424242", "717171"};
+        ZELK_DevSrv_VerifyPin(0, typed[0], &rem);
+        ZELK_DevSrv_ChangePin(0, typed[0], typed[1]);
+        ZELK_DevSrv_EnablePin(0, typed[1]);
+        ZELK_DevSrv_DisablePin(0, typed[1]);
+        ZELK_DevSrv_UnblockPin(0, typed[1], typed[2], &rem);
+        ZELK_DevSrv_VerifyCardLock(typed[3], &remaining);
+        ZELK_DevSrv_VerifyMSL(typed[4]);
+        ZELK_DevSrv_VerifyOTKSL(typed[5], &rem);
+        ZELK_DevSrv_VerifyPin(0, nullptr, &rem);
 
-void tst_SimEvents::callbackMayUnregisterItself()
-{
-    g_selfCalls = 0;
-    QCOMPARE(ZELK_DevSrv_RegisterDevMgrCallback(unregistersItself), ZELK_ERROR_SUCCESS);
-    sendPowerEvent(1);
-    sendPowerEvent(0);
-    sendPowerEvent(1);
-    QVERIFY(waitForIdle());
-    QCOMPARE(g_selfCalls.load(), 1);
-    QCOMPARE(ZELK_DevSrv_UnRegisterDevMgrCallback(unregistersItself), ZELK_ERROR_FAILURE);
-    // The recorder, registered before, saw all three.
-    QCOMPARE(Recorder::instance().events(), (QList<int>{6616, 6616, 6616}));
-}
+        const std::vector<CallRecord> all = calls();
+        QCOMPARE(all.size(), std::size_t(9));
+        int masked = 0;
+        for (const CallRecord& r : all) {
+            for (const std::string& arg : r.args) {
+                for (const char* code : typed) {
+                    QVERIFY2(arg.find(code) == std::string::npos, (r.function + " " + arg).c_str());
+                }
+                masked += arg == "****" ? 1 : 0;
+            }
+        }
+        QCOMPARE(masked, 10);
+        QCOMPARE(all.back().args[1], std::string("null"));
+        QCOMPARE(all.front().args[0], std::string("0"));
+    }
+    void badInputFailsCleanly()
+    {
+        // A name longer than the record's field is cut, never written past it.
+        sdktest::setDevices({sdktest::device("long", std::string(40, 'N'), 3)}, "long");
+        char buffer[64];
+        std::memset(buffer, 'x', sizeof buffer);
+        QCOMPARE(ZELK_DevSrv_GetDeviceName(buffer), ZELK_ERROR_SUCCESS);
+        QCOMPARE(std::strlen(buffer), std::size_t(23));
+        QCOMPARE(buffer[24], 'x');
+        QCOMPARE(ZELK_GetUserDataDirectory(buffer, 4), ZELK_ERROR_BAD_PARAM);
+        QCOMPARE(ZELK_DevSrv_GetDevStatus(nullptr), ZELK_ERROR_BAD_PARAM);
 
-void tst_SimEvents::waitForIdleRefusesInsideACallback()
-{
-    g_waitAnswer = -1;
-    ZELK_DevSrv_RegisterDevMgrCallback(waitsInside);
-    sendPowerEvent(1);
-    QVERIFY(waitForIdle());
-    ZELK_DevSrv_UnRegisterDevMgrCallback(waitsInside);
-    QCOMPARE(g_waitAnswer.load(), 0);
-}
-
-void tst_SimEvents::injectedEventCarriesItsData()
-{
-    injectEvent(zelk::Registry::DevMgr, ZELK_EVENT_DEV_RF_SWITCH, std::vector<uint32_t>{7, 9});
-    injectEvent(zelk::Registry::DevInit, 6017, nullptr, 0);
-    QVERIFY(waitForIdle());
-    const std::vector<sdktest::Seen> seen = Recorder::instance().seen();
-    QCOMPARE(tagged(seen), QString("d6615 i6017"));
-    QCOMPARE(seen[0].words, (std::vector<uint32_t>{7, 9}));
-    QVERIFY(seen[1].words.empty());
-    const std::vector<DeliveredEvent> delivered = deliveredEvents();
-    QCOMPARE(delivered.size(), std::size_t(2));
-    QCOMPARE(delivered[0].callbacks, 1);
-}
+        sdktest::setDevices({}, "");
+        int port = 0;
+        unsigned int sim = 0;
+        _ZELK_EN_DEVICE_STATUS status = DEVICE_STATUS_AVAILABLE;
+        QCOMPARE(ZELK_DevSrv_GetDevStatus(&status), ZELK_ERROR_SUCCESS);
+        QCOMPARE(status, DEVICE_STATUS_NO_DEVICE);
+        QCOMPARE(ZELK_DevSrv_GetDeviceName(buffer), ZELK_ERROR_FAILURE);
+        QCOMPARE(ZELK_DevSrv_GetDevicePort(&port), ZELK_ERROR_FAILURE);
+        QCOMPARE(ZELK_DevSrv_GetSimStatus(&sim), ZELK_ERROR_FAILURE);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_SimEvents)
 #include "tst_simevents.moc"

@@ -1,5 +1,7 @@
 // The service's start-up, its two event tables driven through the simulated card's callbacks, the
-// host notifications it answers, the first-frame work and the shut-down.
+// host notifications it answers, the first-frame work and the shut-down; and what the user and the
+// other plugins see of it: the information dialog, message boxes with the card word, the radio
+// commands and events, and the detach commands.
 #include "ServiceTestSupport.h"
 
 #include "Change.h"
@@ -7,7 +9,9 @@
 #include "HostFixture.h"
 #include "HostServiceObjects.h"
 
+#include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMainWindow>
 
@@ -29,6 +33,27 @@ QString infoText()
     return QString();
 }
 
+QList<QDialog*> infoDialogs()
+{
+    QList<QDialog*> out;
+    const auto tops = QApplication::topLevelWidgets();
+    for (QWidget* w : tops)
+        if (w->objectName() == QLatin1String("DeviceMgrUI_dialogInfoDlg"))
+            out << qobject_cast<QDialog*>(w);
+    return out;
+}
+
+QString labelOf(QDialog* dialog)
+{
+    auto* label = dialog ? dialog->findChild<QLabel*>(QStringLiteral("DeviceMgrUI_labelInfoLabel")) : nullptr;
+    return label ? label->text() : QStringLiteral("<no label>");
+}
+
+void flushDeletes()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 zelk::sim::Device activeDevice()
 {
     zelk::sim::Device d;
@@ -45,7 +70,26 @@ QString menuCounts()
         .arg(menu->deviceRefreshCount());
 }
 
+struct Ev
+{
+    int event;
+    bool init; // injected into the initialisation events' registry
+    std::vector<uint32_t> words;
+    int listCount; // >= 0: the event carries a device list of that many
+    int cardLock;
+    bool frameShown;
+    QStringList notifications;
+    QString menus;
+    QString state;
+    QString dialog = QString();
+    int imsiReads = 0;
+    int simSignals = 0;
+    int fpSignals = 0;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Ev)
 
 class tst_ServiceDispatch : public QObject
 {
@@ -73,6 +117,17 @@ private:
     {
         m_service = CDeviceMgrService::instance();
         QVERIFY(m_service->Init());
+    }
+
+    void startUi(bool frameShown = true)
+    {
+        start();
+        if (frameShown) {
+            // The frame comes up before the card has reported in: the first-frame work finds none.
+            zelk::sim::forceResult("ZELK_DevSrv_GetDevStatus", 2, ZELK_ERROR_FAILURE);
+            m_service->Notify(NTF_FRAME_SHOWN, 0, 0);
+        }
+        clearRecords();
     }
 
     // The frame comes up before the card has reported in: the first-frame work finds no device.
@@ -122,10 +177,10 @@ private slots:
         QTest::newRow("all registered") << QString() << true << 1 << 1 << 1 << true;
         QTest::newRow("init events refused: stops at once")
             << "ZELK_DevSrv_RegisterDevInitEventCallback" << false << 0 << 0 << 0 << false;
-        QTest::newRow("device events refused: goes on")
-            << "ZELK_DevSrv_RegisterDevMgrCallback" << false << 1 << 0 << 1 << true;
         QTest::newRow("multi-device events refused: goes on")
             << "ZELK_DevSrv_RegisterMultiDeviceEventCallback" << false << 1 << 1 << 0 << true;
+        QTest::newRow("device events refused: goes on")
+            << "ZELK_DevSrv_RegisterDevMgrCallback" << false << 1 << 0 << 1 << true;
     }
     void initRegistersInOrder()
     {
@@ -158,75 +213,96 @@ private slots:
         QCOMPARE(registrations, initCallbacks ? all : QStringList(all.mid(0, 1)));
     }
 
-    void initEventTable_data()
+    // One event as the SDK delivers it: what the other plugins hear, the host menus refreshed
+    // (SIM/radio/device), the service's flags, the notice shown and the SDK reads it makes.
+    void eventTable_data()
     {
-        QTest::addColumn<int>("event");
-        QTest::addColumn<bool>("frameShown");
-        QTest::addColumn<QStringList>("notifications");
-        QTest::addColumn<QString>("menus");
-        QTest::addColumn<QString>("state");
-        QTest::addColumn<int>("imsiReads");
-        QTest::addColumn<int>("simFrameSignals");
-        QTest::addColumn<int>("fpFrameSignals");
-
+        QTest::addColumn<Ev>("e");
+        const auto row = [](const char* name, const Ev& e) { QTest::newRow(name) << e; };
         const QString idle = QStringLiteral("init=0 validSim=1 avail=0 simReady=0 fp=0");
-        QTest::newRow("6000 start") << 6000 << false << QStringList() << "0/0/0"
-                                    << "init=1 validSim=1 avail=0 simReady=0 fp=0" << 0 << 0 << 0;
-        QTest::newRow("6002 before frame") << 6002 << false << QStringList() << "0/0/0"
-                                           << "init=0 validSim=0 avail=0 simReady=0 fp=0" << 0 << 0 << 0;
-        QTest::newRow("6002 frame shown") << 6002 << true << QStringList() << "0/0/0"
-                                          << "init=0 validSim=0 avail=0 simReady=0 fp=0" << 0 << 1 << 0;
-        QTest::newRow("6008 before frame: no plugin selection")
-            << 6008 << false << QStringList{bc(581)} << "1/0/0"
-            << "init=0 validSim=1 avail=1 simReady=0 fp=0" << 0 << 0 << 0;
-        QTest::newRow("6008 frame shown: IMSI read")
-            << 6008 << true << QStringList{bc(581)} << "1/0/0"
-            << "init=0 validSim=1 avail=1 simReady=0 fp=0" << 1 << 0 << 0;
-        QTest::newRow("6014 device available")
-            << 6014 << false << QStringList{to(DIALUP_PLUGIN_CLSID, 512)} << "0/0/0"
-            << "init=0 validSim=1 avail=1 simReady=1 fp=0" << 0 << 0 << 0;
-        QTest::newRow("6016 before frame") << 6016 << false << QStringList{to(MINIFRAME_PLUGIN_CLSID, 582)}
-                                           << "0/0/0" << idle << 0 << 0 << 0;
-        QTest::newRow("6016 frame shown")
-            << 6016 << true << QStringList{to(MINIFRAME_PLUGIN_CLSID, 582)} << "1/1/1" << idle << 0 << 0 << 0;
-        QTest::newRow("6018 before frame") << 6018 << false << QStringList() << "0/0/0"
-                                           << "init=0 validSim=1 avail=0 simReady=0 fp=1" << 0 << 0 << 0;
-        QTest::newRow("6018 frame shown") << 6018 << true << QStringList() << "0/0/0"
-                                          << "init=0 validSim=1 avail=0 simReady=0 fp=1" << 0 << 0 << 1;
-        QTest::newRow("6001 not in the table")
-            << 6001 << true << QStringList() << "0/0/0" << idle << 0 << 0 << 0;
-        QTest::newRow("5999 below the range")
-            << 5999 << true << QStringList() << "0/0/0" << idle << 0 << 0 << 0;
-        QTest::newRow("6019 above the range")
-            << 6019 << true << QStringList() << "0/0/0" << idle << 0 << 0 << 0;
+        const QString avail = QStringLiteral("init=0 validSim=1 avail=1 simReady=0 fp=0");
+        const QString ready = QStringLiteral("init=0 validSim=1 avail=1 simReady=1 fp=0");
+        const QString simReady = QStringLiteral("init=0 validSim=1 avail=0 simReady=1 fp=0");
+        const QString noSim = QStringLiteral("init=0 validSim=0 avail=0 simReady=0 fp=0");
+        const QStringList none;
+        const QString dialup = to(DIALUP_PLUGIN_CLSID, 512), mini = to(MINIFRAME_PLUGIN_CLSID, 582);
+        // Initialisation events; a code the table lacks still reaches the handler when injected there.
+        row("6000 start",
+            {6000, true, {}, -1, 2, false, none, "0/0/0", "init=1 validSim=1 avail=0 simReady=0 fp=0"});
+        row("6002 frame shown", {6002, true, {}, -1, 2, true, none, "0/0/0", noSim, "", 0, 1});
+        row("6008 before frame: no plugin selection",
+            {6008, true, {}, -1, 2, false, {bc(581)}, "1/0/0", avail});
+        row("6008 frame shown: IMSI read", {6008, true, {}, -1, 2, true, {bc(581)}, "1/0/0", avail, "", 1});
+        row("6014 device available", {6014, true, {}, -1, 2, false, {dialup}, "0/0/0", ready});
+        row("6016 before frame", {6016, true, {}, -1, 2, false, {mini}, "0/0/0", idle});
+        row("6016 frame shown", {6016, true, {}, -1, 2, true, {mini}, "1/1/1", idle});
+        row("6018 frame shown", {6018,
+                                 true,
+                                 {},
+                                 -1,
+                                 2,
+                                 true,
+                                 none,
+                                 "0/0/0",
+                                 "init=0 validSim=1 avail=0 simReady=0 fp=1",
+                                 "",
+                                 0,
+                                 0,
+                                 1});
+        row("6001 not in the table", {6001, true, {}, -1, 2, true, none, "0/0/0", idle});
+        // Device and multi-device events.
+        row("6500 about to change", {6500, false, {}, -1, 2, false, {bc(583)}, "0/0/0", idle});
+        row("6501 changed", {6501, false, {}, -1, 2, false, {bc(584)}, "0/0/0", avail});
+        row("6600 active, frame shown",
+            {6600, false, {}, -1, 2, true, none, "0/1/0", avail, "IDS_DETECTE_DEVICE"});
+        row("6601 reject, frame shown",
+            {6601, false, {}, 0, 2, true, {bc(579)}, "1/1/1", idle, "IDS_DEVICE_INVALID"});
+        row("6604 switch, frame shown", {6604, false, {}, -1, 2, true, {bc(579)}, "1/1/1", idle});
+        row("6606 detected, two devices", {6606, false, {}, 2, 2, true, none, "0/0/0", idle});
+        row("6010 list changed", {6010, false, {}, 1, 2, true, none, "0/0/0", idle});
+        row("6619 SIM 1, card usable", {6619, false, {1}, -1, 2, false, {bc(578)}, "1/0/0", simReady});
+        row("6619 SIM 1, card locked", {6619, false, {1}, -1, 1, false, {bc(579)}, "1/0/0", simReady});
+        row("6619 SIM 0", {6619, false, {0}, -1, 2, false, {bc(579)}, "1/0/0", idle});
+        row("6616 power", {6616, false, {1}, -1, 2, false, {bc(854, 1)}, "0/0/0", idle});
+        row("7000 unknown", {7000, false, {}, -1, 2, true, none, "0/0/0", idle});
     }
-    void initEventTable()
+    void eventTable()
     {
-        QFETCH(int, event);
-        QFETCH(bool, frameShown);
-        QFETCH(QStringList, notifications);
-        QFETCH(QString, menus);
-        QFETCH(QString, state);
-        QFETCH(int, imsiReads);
-        QFETCH(int, simFrameSignals);
-        QFETCH(int, fpFrameSignals);
+        QFETCH(Ev, e);
+        zelk::sim::Device d = activeDevice();
+        d.cardLock.state = e.cardLock;
+        QVERIFY(zelk::sim::updateDevice(d));
         start();
-        if (frameShown)
+        if (e.frameShown)
             showFrame();
         clearRecords();
         QSignalSpy simSpy(m_service, SIGNAL(signalSIMframelaunched()));
         QSignalSpy fpSpy(m_service, SIGNAL(signalFplockOnmainframelaunched()));
-        // Events outside the init range still reach the handler when a caller injects them there.
-        zelk::sim::injectEvent(zelk::Registry::DevInit, event, nullptr, 0);
+        if (e.init)
+            zelk::sim::injectEvent(zelk::Registry::DevInit, e.event, nullptr, 0);
+        else if (e.listCount >= 0)
+            svc::injectList(e.event, e.listCount);
+        else
+            svc::inject(e.event, e.words);
         QVERIFY(svc::settle(1));
-        QCOMPARE(svc::g_handledEvents, QList<int>{event});
-        QCOMPARE(svc::sent(), notifications);
-        QCOMPARE(menuCounts(), menus);
-        QCOMPARE(flags(), state);
-        QCOMPARE(svc::callCount("ZELK_DevSrv_GetImsiInfo"), imsiReads);
-        QCOMPARE(simSpy.count(), simFrameSignals);
-        QCOMPARE(fpSpy.count(), fpFrameSignals);
-        QCOMPARE(infoText(), QString());
+        QCOMPARE(svc::g_handledEvents, QList<int>{e.event});
+        QCOMPARE(svc::sent(), e.notifications);
+        QCOMPARE(menuCounts(), e.menus);
+        QCOMPARE(flags(), e.state);
+        QCOMPARE(infoText(), e.dialog.isEmpty() ? QString() : Change::tr(e.dialog));
+        if (!e.dialog.isEmpty())
+            QCOMPARE(m_service->infoTimer()->interval(), e.event == ZELK_EVENT_DEV_REJECT ? 3000 : 10000);
+        QCOMPARE(svc::callCount("ZELK_DevSrv_GetImsiInfo"), e.imsiReads);
+        QCOMPARE(simSpy.count(), e.simSignals);
+        QCOMPARE(fpSpy.count(), e.fpSignals);
+        // A device list is taken over on the SDK thread before the handler runs.
+        if (e.listCount >= 0)
+            QCOMPARE(DeviceMgrUILogic::GetInstance()->GetLocalDeviceInfo().nDevNum, e.listCount);
+        if (e.event == ZELK_EVENT_DEV_REJECT)
+            QCOMPARE(CommonUtils::GetLteMode(), 0);
+        if (e.event == ZELK_EVENT_DEV_ACTIVE || e.event == ZELK_EVENT_DEV_CHANGED)
+            QCOMPARE(CommonUtils::GetSettings(QStringLiteral("Device"), QStringLiteral("ProductType")),
+                     QStringLiteral("2"));
     }
 
     void simInvalidDuringFingerprintLockStaysQuiet()
@@ -285,8 +361,6 @@ private slots:
         QTest::addColumn<int>("lteMode");
         QTest::newRow("available, LTE")
             << 3 << true << QStringList{to(DIALUP_PLUGIN_CLSID, 512)} << true << 1;
-        QTest::newRow("available, no LTE")
-            << 3 << false << QStringList{to(DIALUP_PLUGIN_CLSID, 512)} << true << 0;
         // The SDK thread already set the LTE mode when the event arrived.
         QTest::newRow("status 1: nothing sent") << 1 << true << QStringList() << false << 1;
     }
@@ -313,136 +387,12 @@ private slots:
         QCOMPARE(HostFramework::dialupService()->notifyCount() - dialupNotified, notifications.size());
     }
 
-    void deviceEventTable_data()
-    {
-        QTest::addColumn<int>("event");
-        QTest::addColumn<QVariantList>("words");
-        QTest::addColumn<int>("listCount"); // >= 0: the event carries a device list of that many
-        QTest::addColumn<int>("cardLock");
-        QTest::addColumn<bool>("frameShown");
-        QTest::addColumn<QStringList>("notifications");
-        QTest::addColumn<QString>("menus");
-        QTest::addColumn<QString>("state");
-        QTest::addColumn<QString>("dialog");
-
-        const QVariantList none;
-        const QString fresh = QStringLiteral("init=0 validSim=1 avail=0 simReady=0 fp=0");
-        const QString avail = QStringLiteral("init=0 validSim=1 avail=1 simReady=0 fp=0");
-        QTest::newRow("6500 about to change")
-            << 6500 << none << -1 << 2 << false << QStringList{bc(583)} << "0/0/0" << fresh << "";
-        QTest::newRow("6501 changed")
-            << 6501 << none << -1 << 2 << false << QStringList{bc(584)} << "0/0/0" << avail << "";
-        QTest::newRow("6600 active before frame")
-            << 6600 << none << -1 << 2 << false << QStringList() << "0/0/0" << avail << "";
-        QTest::newRow("6600 active, frame shown")
-            << 6600 << none << -1 << 2 << true << QStringList() << "0/1/0" << avail << "IDS_DETECTE_DEVICE";
-        QTest::newRow("6601 reject before frame")
-            << 6601 << none << 0 << 2 << false << QStringList{bc(579)} << "0/0/0" << fresh << "";
-        QTest::newRow("6601 reject, frame shown") << 6601 << none << 0 << 2 << true << QStringList{bc(579)}
-                                                  << "1/1/1" << fresh << "IDS_DEVICE_INVALID";
-        QTest::newRow("6604 switch, frame shown")
-            << 6604 << none << -1 << 2 << true << QStringList{bc(579)} << "1/1/1" << fresh << "";
-        QTest::newRow("6606 detected, two devices")
-            << 6606 << none << 2 << 2 << true << QStringList() << "0/0/0" << fresh << "";
-        QTest::newRow("6010 list changed")
-            << 6010 << none << 1 << 2 << true << QStringList() << "0/0/0" << fresh << "";
-        QTest::newRow("6619 SIM 1, card usable")
-            << 6619 << QVariantList{1} << -1 << 2 << false << QStringList{bc(578)} << "1/0/0"
-            << "init=0 validSim=1 avail=0 simReady=1 fp=0"
-            << "";
-        QTest::newRow("6619 SIM 254, card usable")
-            << 6619 << QVariantList{254} << -1 << 2 << false << QStringList{bc(578)} << "1/0/0"
-            << "init=0 validSim=1 avail=0 simReady=1 fp=0"
-            << "";
-        QTest::newRow("6619 SIM 1, card locked")
-            << 6619 << QVariantList{1} << -1 << 1 << false << QStringList{bc(579)} << "1/0/0"
-            << "init=0 validSim=1 avail=0 simReady=1 fp=0"
-            << "";
-        QTest::newRow("6619 SIM 0") << 6619 << QVariantList{0} << -1 << 2 << false << QStringList{bc(579)}
-                                    << "1/0/0" << fresh << "";
-        QTest::newRow("6619 SIM 255 like 0") << 6619 << QVariantList{255} << -1 << 2 << false
-                                             << QStringList{bc(579)} << "1/0/0" << fresh << "";
-        QTest::newRow("6616 power") << 6616 << QVariantList{1} << -1 << 2 << false << QStringList{bc(854, 1)}
-                                    << "0/0/0" << fresh << "";
-        QTest::newRow("7000 unknown")
-            << 7000 << none << -1 << 2 << true << QStringList() << "0/0/0" << fresh << "";
-    }
-    void deviceEventTable()
-    {
-        QFETCH(int, event);
-        QFETCH(QVariantList, words);
-        QFETCH(int, listCount);
-        QFETCH(int, cardLock);
-        QFETCH(bool, frameShown);
-        QFETCH(QStringList, notifications);
-        QFETCH(QString, menus);
-        QFETCH(QString, state);
-        QFETCH(QString, dialog);
-        zelk::sim::Device d = activeDevice();
-        d.cardLock.state = cardLock;
-        QVERIFY(zelk::sim::updateDevice(d));
-        start();
-        if (frameShown)
-            showFrame();
-        clearRecords();
-        if (listCount >= 0) {
-            svc::injectList(event, listCount);
-        } else {
-            std::vector<uint32_t> data;
-            for (const QVariant& w : qAsConst(words))
-                data.push_back(w.toUInt());
-            svc::inject(event, data);
-        }
-        QVERIFY(svc::settle(1));
-        QCOMPARE(svc::sent(), notifications);
-        QCOMPARE(menuCounts(), menus);
-        QCOMPARE(flags(), state);
-        QCOMPARE(infoText(), dialog.isEmpty() ? QString() : Change::tr(dialog));
-        if (listCount >= 0) {
-            // The list was taken over on the SDK thread before the handler ran.
-            QCOMPARE(DeviceMgrUILogic::GetInstance()->GetLocalDeviceInfo().nDevNum, listCount);
-        }
-        if (event == ZELK_EVENT_DEV_REJECT)
-            QCOMPARE(CommonUtils::GetLteMode(), 0);
-        if (event == ZELK_EVENT_DEV_ACTIVE || event == ZELK_EVENT_DEV_CHANGED)
-            QCOMPARE(CommonUtils::GetSettings(QStringLiteral("Device"), QStringLiteral("ProductType")),
-                     QStringLiteral("2"));
-    }
-
-    void beforeChangeRemembersDevice()
-    {
-        start();
-        m_service->InitOnMainFrameShow();
-        QCOMPARE(m_service->currentDeviceName(), QStringLiteral("USB Modem"));
-        QCOMPARE(m_service->currentProductType(), 2);
-        svc::inject(ZELK_EVENT_DEV_BEFORE_CHANGE);
-        QVERIFY(svc::settle(1));
-        QCOMPARE(m_service->lastDeviceName(), QStringLiteral("USB Modem"));
-        QCOMPARE(m_service->lastProductType(), 2);
-    }
-
-    void eventDataWordsReachHandlers()
-    {
-        start();
-        svc::inject(ZELK_EVENT_DEV_FP_VERIFY, {5});
-        QVERIFY(svc::settle(1));
-        QCOMPARE(m_service->verifyIndState(), 5);
-        // Without data nothing is read, but the handler still runs.
-        svc::inject(ZELK_EVENT_DEV_SIM_STATE_CHANGE, {7});
-        svc::inject(ZELK_EVENT_DEV_SIM_STATE_CHANGE);
-        QVERIFY(svc::settle(3));
-        QCOMPARE(m_service->simState(), 7u);
-        QCOMPARE(svc::g_handledEvents, (QList<int>{6620, 6619, 6619}));
-    }
-
     void notifyCodes_data()
     {
         QTest::addColumn<QList<uint>>("codes");
         QTest::addColumn<bool>("external");
         QTest::addColumn<bool>("frameShown");
         QTest::newRow("784") << QList<uint>{784} << true << false;
-        QTest::newRow("785") << QList<uint>{785} << true << false;
-        QTest::newRow("786") << QList<uint>{786} << true << false;
         QTest::newRow("786 then 787") << QList<uint>{786, 787} << false << false;
         QTest::newRow("786 then 788 changes nothing") << QList<uint>{786, 788} << true << false;
         QTest::newRow("320 language") << QList<uint>{320} << false << false;
@@ -515,59 +465,32 @@ private slots:
         QCOMPARE(subscribed, (QList<uint>{784, 785, 786, 787}));
     }
 
+    // The detection request goes to the SDK once, whether it accepts it or not.
+    void startDetectDevice()
+    {
+        start();
+        for (const bool fails : {false, true}) {
+            zelk::sim::clearCalls();
+            if (fails)
+                zelk::sim::failNext("ZELK_DevSrv_DetectDevice");
+            m_service->StartDetectDevice();
+            QCOMPARE(svc::callCount("ZELK_DevSrv_DetectDevice"), 1);
+        }
+        QVERIFY(zelk::sim::waitForIdle(5000));
+    }
+
     void firstFrameWithoutLogicStops()
     {
         // A service whose start-up never ran has no logic layer.
         m_service = CDeviceMgrService::instance();
-        svc::startLogCapture();
         m_service->InitOnMainFrameShow();
-        QCOMPARE(svc::logCount(QStringLiteral("Arg is NULL:")), 1);
-        QCOMPARE(svc::logCount(QStringLiteral(" 6557")), 1);
         QCOMPARE(m_service->currentDeviceName(), QString());
-    }
-
-    void startDetectDevice_data()
-    {
-        QTest::addColumn<bool>("fails");
-        QTest::newRow("accepted") << false;
-        QTest::newRow("refused") << true;
-    }
-    void startDetectDevice()
-    {
-        QFETCH(bool, fails);
-        start();
-        zelk::sim::clearCalls();
-        if (fails)
-            zelk::sim::failNext("ZELK_DevSrv_DetectDevice");
-        svc::startLogCapture();
-        m_service->StartDetectDevice();
-        QCOMPARE(svc::callCount("ZELK_DevSrv_DetectDevice"), 1);
-        QCOMPARE(svc::logCount(QStringLiteral("ZELK_DevSrv_DetectDevice failed")), fails ? 1 : 0);
-        // The success line follows in both cases.
-        QCOMPARE(svc::logCount(QStringLiteral("ZELK_DevSrv_DetectDevice success")), 1);
-    }
-
-    void unregisterWithdrawsAllThree()
-    {
-        start();
-        zelk::sim::clearCalls();
-        m_service->unSDKRegisterEvent();
-        QCOMPARE(zelk::sim::callbackCount(zelk::Registry::DevInit), 0);
-        QCOMPARE(zelk::sim::callbackCount(zelk::Registry::DevMgr), 0);
-        QCOMPARE(zelk::sim::callbackCount(zelk::Registry::MultiDevice), 0);
-        QStringList order;
-        for (const auto& c : zelk::sim::calls())
-            order << QString::fromStdString(c.function);
-        QCOMPARE(order, (QStringList{QStringLiteral("ZELK_DevSrv_UnRegisterDevInitEventCallback"),
-                                     QStringLiteral("ZELK_DevSrv_UnRegisterDevMgrCallback"),
-                                     QStringLiteral("ZELK_DevSrv_UnRegisterMultiDeviceEventCallback")}));
     }
 
     void afterQuitDeviceEventsAreDroppedAndInitEventsIgnored()
     {
         start();
         showFrame();
-        svc::startLogCapture();
         m_service->appQuitStop();
         QVERIFY(CommonUtils::IsShuttingDown());
         svc::inject(ZELK_EVENT_DEV_ACTIVE);
@@ -577,8 +500,6 @@ private slots:
         QCOMPARE(svc::g_handledEvents, QList<int>{ZELK_EVENT_DEV_INIT_START});
         QVERIFY(!m_service->isDevInitStarted());
         QVERIFY(!m_service->isDeviceAvailableFlag());
-        QCOMPARE(svc::logCount(QStringLiteral("Events ignored: App Shutting down ")), 1);
-        QCOMPARE(svc::logCount(QStringLiteral("signals ignored: App Shutting down ")), 1);
         QCOMPARE(infoText(), QString());
     }
 
@@ -625,6 +546,217 @@ private slots:
         m_service->OnMyDeviceMgrInitEventHandler(ZELK_EVENT_DEV_INIT_START);
         QCoreApplication::sendPostedEvents();
         QCOMPARE(svc::g_handled.load(), 0);
+    }
+
+    // ---- information dialog ----------------------------------------------------------------------
+
+    void secondNoticeReplacesTextAndTime()
+    {
+        startUi();
+        m_service->showInfoDlg(Change::tr(QStringLiteral("IDS_DETECTE_DEVICE")), 10000);
+        QCOMPARE(infoDialogs().first()->parentWidget(), static_cast<QWidget*>(m_host.mainWindow()));
+        QVERIFY(!infoDialogs().first()->isModal());
+        m_service->showInfoDlg(Change::tr(QStringLiteral("IDS_INIT_DEV_UNDERWAY")), 3000);
+        const auto dialogs = infoDialogs();
+        QCOMPARE(dialogs.size(), 1);
+        QCOMPARE(labelOf(dialogs.first()), Change::tr(QStringLiteral("IDS_INIT_DEV_UNDERWAY")));
+        QCOMPARE(m_service->infoTimer()->interval(), 3000);
+        // One time-out closes it, whatever the number of notices.
+        m_service->onTimerOut();
+        flushDeletes();
+        QCOMPARE(infoDialogs().size(), 0);
+        QVERIFY(!m_service->infoTimer()->isActive());
+    }
+
+    void infoDialogClosesOnItsOwnTimer()
+    {
+        startUi();
+        m_service->showInfoDlg(QStringLiteral("short"), 30);
+        QCOMPARE(infoDialogs().size(), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(infoDialogs().size(), 0, 5000);
+    }
+
+    void simulatedPlugInShowsNoticeAndNotifies()
+    {
+        startUi();
+        QVERIFY(zelk::sim::removeDevice(zelk::sim::activeDeviceId()));
+        QVERIFY(zelk::sim::waitForIdle(5000));
+        QTRY_COMPARE(svc::g_handledEvents,
+                     (QList<int>{ZELK_EVENT_DEV_DEVICE_REMOVED, ZELK_EVENT_DEV_LIST_CHANGED}));
+        HostFramework::clearNotificationRecords();
+        zelk::sim::Device modem = zelk::sim::defaultDevice();
+        modem.id = "plugged";
+        modem.name = "Plugged Modem";
+        std::string error;
+        QVERIFY2(zelk::sim::attachDevice(modem, &error), error.c_str());
+        QVERIFY(zelk::sim::waitForIdle(5000));
+        QTRY_COMPARE(svc::g_handledEvents.mid(2),
+                     (QList<int>{ZELK_EVENT_DEV_DETECTED, ZELK_EVENT_DEV_ACTIVE, ZELK_EVENT_DEV_INIT_START,
+                                 ZELK_EVENT_DEV_INIT_SUCCESS, ZELK_EVENT_DEV_DEVICE_NO_PIN,
+                                 ZELK_EVENT_DEV_DEVICE_INIT_FINISH}));
+        const auto dialogs = infoDialogs();
+        QCOMPARE(dialogs.size(), 1);
+        QCOMPARE(labelOf(dialogs.first()), Change::tr(QStringLiteral("IDS_DETECTE_DEVICE")));
+        QCOMPARE(svc::sent(), (QStringList{bc(581), svc::to(DIALUP_PLUGIN_CLSID, 512)}));
+        QVERIFY(m_service->isDeviceAvailableFlag());
+        QVERIFY(m_service->isSimReady());
+    }
+
+    void messageCarriesTheCardWord_data()
+    {
+        QTest::addColumn<int>("productType");
+        QTest::addColumn<QString>("simtype");
+        QTest::addColumn<QString>("uimtype");
+        QTest::addColumn<QString>("word");
+        QTest::newRow("GSM configured")
+            << 2 << QStringLiteral("Nano SIM") << QStringLiteral("R-UIM") << "Nano SIM";
+        QTest::newRow("CDMA default") << 1 << QStringLiteral("Nano SIM") << QString() << "UIM";
+        QTest::newRow("CDMA configured")
+            << 1 << QStringLiteral("Nano SIM") << QStringLiteral("R-UIM") << "R-UIM";
+    }
+    void messageCarriesTheCardWord()
+    {
+        QFETCH(int, productType);
+        QFETCH(QString, simtype);
+        QFETCH(QString, uimtype);
+        QFETCH(QString, word);
+        zelk::sim::Device d = activeDevice();
+        d.productType = productType;
+        QVERIFY(zelk::sim::updateDevice(d));
+        m_host.setSetting(QStringLiteral("customize"), QStringLiteral("simtype"), simtype);
+        m_host.setSetting(QStringLiteral("customize"), QStringLiteral("uimtype"), uimtype);
+        QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
+        startUi();
+        m_service->showInfoDlg(QStringLiteral("up"), 3000);
+        m_service->showMessage(QStringLiteral("IDS_SIM_INVALID"));
+        flushDeletes();
+        QCOMPARE(infoDialogs().size(), 0);
+        const auto boxes = HostFramework::messageRecords();
+        QCOMPARE(boxes.size(), 1);
+        QCOMPARE(
+            boxes.first().text,
+            QStringLiteral("The %1 card is missing or invalid. Please insert a valid %1 card.").arg(word));
+        QCOMPARE(boxes.first().title, Change::tr(QStringLiteral("IDS_MAINFRM_PROMPT")));
+        QCOMPARE(boxes.first().parentName, QStringLiteral("TestMainWindow"));
+        QCOMPARE(HostFramework::mainMenuService()->simRefreshCount(), 1);
+    }
+
+    // ---- radio --------------------------------------------------------------------------------
+
+    void radioEventSequences_data()
+    {
+        QTest::addColumn<QList<QPoint>>("events"); // x: hardware state, y: software state
+        QTest::addColumn<QList<uint>>("codes");
+        QTest::newRow("first (1, 0): extra 580") << QList<QPoint>{{1, 0}} << QList<uint>{576, 580, 580};
+        QTest::newRow("(1, 1) then (1, 0): no extra 580")
+            << QList<QPoint>{{1, 1}, {1, 0}} << QList<uint>{577, 576, 580};
+        QTest::newRow("hardware off first") << QList<QPoint>{{0, 1}} << QList<uint>{576, 580};
+        QTest::newRow("on, then software off")
+            << QList<QPoint>{{1, 1}, {1, 1}, {1, 0}} << QList<uint>{577, 577, 576, 580};
+    }
+    void radioEventSequences()
+    {
+        QFETCH(QList<QPoint>, events);
+        QFETCH(QList<uint>, codes);
+        startUi();
+        for (const QPoint& e : qAsConst(events)) {
+            // The SDK's data words: software state first, hardware state second.
+            svc::inject(ZELK_EVENT_DEV_RF_SWITCH, {uint32_t(e.y()), uint32_t(e.x())});
+        }
+        QVERIFY(svc::settle(events.size()));
+        QTRY_COMPARE(HostFramework::mainMenuService()->radioRefreshCount(), events.size());
+        QStringList expected;
+        for (uint code : codes)
+            expected << bc(code);
+        QCOMPARE(svc::sent(), expected);
+        QCOMPARE(m_service->lastSwRFState(), events.last().y());
+    }
+
+    void radioEventWithoutDataSendsNothing()
+    {
+        startUi();
+        svc::inject(ZELK_EVENT_DEV_RF_SWITCH);
+        QVERIFY(svc::settle(1));
+        QCOMPARE(svc::sent(), QStringList());
+        QCOMPARE(m_service->lastSwRFState(), -1);
+    }
+
+    void radioCommands_data()
+    {
+        QTest::addColumn<bool>("enable");
+        QTest::addColumn<bool>("radioOn");
+        QTest::addColumn<bool>("switchable");
+        QTest::addColumn<bool>("sdkFails");
+        QTest::addColumn<int>("result");
+        QTest::addColumn<QStringList>("notifications");
+        QTest::addColumn<int>("menuRefreshes");
+        QTest::newRow("on") << true << false << true << false << 0 << QStringList{bc(577)} << 1;
+        QTest::newRow("off") << false << true << true << false << 0 << QStringList{bc(576)} << 1;
+        QTest::newRow("on, no radio switch") << true << false << false << false << 15 << QStringList() << 0;
+        QTest::newRow("off, SDK error") << false << true << true << true << 1 << QStringList() << 0;
+    }
+    void radioCommands()
+    {
+        QFETCH(bool, enable);
+        QFETCH(bool, radioOn);
+        QFETCH(bool, switchable);
+        QFETCH(bool, sdkFails);
+        QFETCH(int, result);
+        QFETCH(QStringList, notifications);
+        QFETCH(int, menuRefreshes);
+        zelk::sim::Device d = activeDevice();
+        d.radio.softwareOn = radioOn;
+        d.radio.switchable = switchable;
+        QVERIFY(zelk::sim::updateDevice(d));
+        startUi(false);
+        if (sdkFails)
+            zelk::sim::failNext("ZELK_DevSrv_SetRFSwitch");
+        QCOMPARE(enable ? m_service->EnableRF() : m_service->DisableRF(), result);
+        QCOMPARE(svc::sent(), notifications);
+        QCOMPARE(HostFramework::mainMenuService()->radioRefreshCount(), menuRefreshes);
+    }
+
+    void detachCommands_data()
+    {
+        QTest::addColumn<bool>("gprs");
+        QTest::addColumn<QString>("setting");
+        QTest::addColumn<int>("calls");
+        QTest::newRow("packet detach, yes") << true << "yes" << 1;
+        QTest::newRow("packet detach, no") << true << "no" << 0;
+        QTest::newRow("offline, yes") << false << "yes" << 1;
+        QTest::newRow("offline, true") << false << "true" << 0;
+    }
+    void detachCommands()
+    {
+        QFETCH(bool, gprs);
+        QFETCH(QString, setting);
+        QFETCH(int, calls);
+        m_host.setSetting(QStringLiteral("customize"),
+                          gprs ? QStringLiteral("gprs_detach") : QStringLiteral("imsi_detach"), setting);
+        startUi(false);
+        if (gprs)
+            m_service->DetatchGPRS();
+        else
+            m_service->SetOffline();
+        const char* function = gprs ? "ZELK_NetSrv_SetPSState" : "ZELK_DevSrv_SetOffline";
+        QCOMPARE(svc::callCount(function), calls);
+        if (gprs && calls)
+            QCOMPARE(zelk::sim::calls(function).front().args.front(), std::string("0"));
+    }
+
+    // A service whose start-up never ran has no logic layer: commands do nothing and crash nothing.
+    void commandsWithoutLogicLayer()
+    {
+        m_host.setSetting(QStringLiteral("customize"), QStringLiteral("gprs_detach"), QStringLiteral("yes"));
+        m_host.setSetting(QStringLiteral("customize"), QStringLiteral("imsi_detach"), QStringLiteral("yes"));
+        m_service = CDeviceMgrService::instance();
+        QCOMPARE(m_service->EnableRF(), 13);
+        QCOMPARE(m_service->DisableRF(), 13);
+        m_service->DetatchGPRS();
+        m_service->SetOffline();
+        QCOMPARE(svc::sent(), QStringList());
+        QCOMPARE(zelk::sim::calls().size(), std::size_t(0));
+        QCOMPARE(HostFixture::visibleTopLevels().size(), 0);
     }
 };
 

@@ -117,17 +117,6 @@ private slots:
         QCOMPARE(finished, 1);
     }
 
-    void readyAfterSomePolls()
-    {
-        waitingPlatform(false, 2);
-        start();
-        m_service->checkPINWithWin7();
-        QCOMPARE(openDialogs(), QStringList());
-        deliverReport(m_service->win7Thread());
-        QCOMPARE(openDialogs(), QStringList{kVerifyDlg});
-        QVERIFY(svc::callCount("ZELK_DevSrv_IsWWanReady") >= 2);
-    }
-
     void neverReadyThenStopped_data()
     {
         QTest::addColumn<QString>("how");
@@ -181,20 +170,6 @@ private slots:
         QCOMPARE(m_service->win7Thread(), thread);
         deliverReport(thread);
         QCOMPARE(openDialogs(), QStringList{kVerifyDlg});
-    }
-
-    void noCheckBeforeTheFrame()
-    {
-        waitingPlatform(true);
-        start(false);
-        DeviceMgrWin7Thread* thread = DeviceMgrWin7Thread::Instance();
-        const int& finished = countReports(thread);
-        m_service->checkPINWithWin7();
-        zelk::sim::clearCalls();
-        deliverReport(thread);
-        QCOMPARE(finished, 1);
-        QCOMPARE(openDialogs(), QStringList());
-        QCOMPARE(svc::callCount("ZELK_DevSrv_GetPinStatus"), 0);
     }
 
 private:

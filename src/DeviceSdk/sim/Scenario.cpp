@@ -359,15 +359,16 @@ public:
             const QString p = join(path, QStringLiteral("cdma"));
             if (onlyKnown(part, p,
                           {"esn", "meid", "activated", "lockStatus", "msl", "otksl", "otkslAttempts",
-                           "otaspStates", "otaspCallEnd", "prlMaxSize"})) {
+                           "otaspStates", "otaspCallEnd", "prlMaxSize", "acceptNumbers"})) {
                 hex(part, p, "esn", 8, 8, &d->cdma.esn);
                 hex(part, p, "meid", 14, 14, &d->cdma.meid);
                 boolean(part, p, "activated", &d->cdma.activated);
-                integer(part, p, "lockStatus", 0, 2, &d->cdma.lockStatus);
+                integer(part, p, "lockStatus", 0, 255, &d->cdma.lockStatus);
                 digits(part, p, "msl", 6, 6, &d->cdma.msl, true);
                 digits(part, p, "otksl", 6, 6, &d->cdma.otksl, true);
                 integer(part, p, "otkslAttempts", 0, 255, &d->cdma.otkslAttempts);
                 boolean(part, p, "otaspCallEnd", &d->cdma.otaspCallEnd);
+                boolean(part, p, "acceptNumbers", &d->cdma.acceptNumbers);
                 integer(part, p, "prlMaxSize", 1, std::numeric_limits<int>::max(), &d->cdma.prlMaxSize);
                 if (part.contains(QLatin1String("otaspStates"))) {
                     const QJsonValue v = part.value(QLatin1String("otaspStates"));

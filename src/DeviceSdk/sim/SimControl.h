@@ -60,7 +60,7 @@ struct Cdma
     std::string esn = "1A2B3C4D";
     std::string meid = "A0000012345678";
     bool activated = true;
-    int lockStatus = ZELK_OTKSL_NONE; // 0 none, 1 one-time code, 2 MSL
+    int lockStatus = ZELK_OTKSL_NONE; // 0 none, 1 one-time code, 2 MSL, others unknown
     std::string msl = "123456";
     std::string otksl = "654321";
     int otkslAttempts = 3;
@@ -68,6 +68,8 @@ struct Cdma
     // when otaspCallEnd is set. Empty: nothing happens until the states are sent by hand.
     std::vector<int> otaspStates = {1, 2, 3, 4, 5, 6, 7};
     bool otaspCallEnd = true;
+    // False: the card refuses every MDN, MIN and SID written by hand.
+    bool acceptNumbers = true;
     // What the device holds after programming.
     std::string mdn, min, sid;
     unsigned long prlSize = 0;

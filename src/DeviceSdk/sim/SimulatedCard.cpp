@@ -253,8 +253,9 @@ bool validateDevice(const Device& d, std::string* field, std::string* what)
     if (d.cdma.meid.size() != 14 || !allHex(d.cdma.meid)) {
         return fail(field, what, "cdma.meid", "must be 14 hexadecimal digits");
     }
-    if (d.cdma.lockStatus < 0 || d.cdma.lockStatus > 2) {
-        return fail(field, what, "cdma.lockStatus", "must be 0, 1 or 2");
+    // Statuses above 2 are ones the wizard does not know; the card may still report them.
+    if (d.cdma.lockStatus < 0 || d.cdma.lockStatus > 255) {
+        return fail(field, what, "cdma.lockStatus", "must be 0 to 255");
     }
     if (d.cdma.msl.size() != 6 || !allDigits(d.cdma.msl)) {
         return fail(field, what, "cdma.msl", "must be 6 digits");
@@ -1292,7 +1293,7 @@ ZELK_RESULT SimulatedCard::manualCHKOTKSLActive(const _ZELK_ST_SERVICE_NUMBER* n
     }
     Device* d = activeLocked();
     // Numbers can only be written once the lock code was given (or none was asked for).
-    if (!isCdma(d) || d->cdma.lockStatus != ZELK_OTKSL_NONE) {
+    if (!isCdma(d) || d->cdma.lockStatus != ZELK_OTKSL_NONE || !d->cdma.acceptNumbers) {
         return call.done(ZELK_ERROR_FAILURE);
     }
     d->cdma.mdn = mdn;

@@ -1,0 +1,942 @@
+// The SIM dialogs as the user meets them, driven through the simulated card: the code field (digits
+// only, nothing cut or copied out) and the dialog shell's question before an entry is abandoned;
+// which dialog the start-up check opens for which SIM, what typing a code into each dialog does (messages,
+// the next dialog, what the other plugins hear, the SDK calls), the card's network lock by the operator's
+// setting, one dialog at a time, the question before an entry is abandoned, and language changes.
+#include "SimTestSupport.h"
+
+#include "Change.h"
+#include "HostFixture.h"
+
+#include <QtCore/QTimer>
+#include <QtGui/QClipboard>
+#include <QtGui/QRegExpValidator>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include <memory>
+
+using namespace simtest;
+using svc::bc;
+
+namespace {
+
+// "field=text" entries: the field's object name, empty for the dialog's only code field.
+using Entries = QStringList;
+
+Entries puk(const QString& code, const QString& newPin, const QString& confirm)
+{
+    return {QStringLiteral("DeviceMgrUI_editPUKText=") + code,
+            QStringLiteral("DeviceMgrUI_editPUKPINText=") + newPin,
+            QStringLiteral("DeviceMgrUI_editConfirmPUKPINText=") + confirm};
+}
+
+Entries change(const QString& current, const QString& newPin, const QString& confirm)
+{
+    return {QStringLiteral("DeviceMgrUI_editCurrPINText=") + current,
+            QStringLiteral("DeviceMgrUI_editNewPINText=") + newPin,
+            QStringLiteral("DeviceMgrUI_editConfirmNewPINText=") + confirm};
+}
+
+// One code typed into one dialog and OK pressed: what the user, the other plugins and the card see.
+struct Submit
+{
+    QString which; // the dialog, see open()
+    int attempts;  // attempts left of the code it asks for
+    Entries entries;
+    QStringList shown;
+    QStringList dialogs;
+    QStringList notifications;
+    int calls = 1;              // calls of the dialog's SDK function
+    QString label = QString();  // the attempts label of the dialog left on screen, when checked
+    bool cleared = true;        // the dialog left on screen is emptied, its OK off; else the entry is kept
+    QString forced = QString(); // SDK function answering a plain failure (the count cannot be read)
+};
+
+const char* jobFunction(const QString& which)
+{
+    if (which == QLatin1String("verify"))
+        return "ZELK_DevSrv_VerifyPin";
+    if (which == QLatin1String("enable"))
+        return "ZELK_DevSrv_EnablePin";
+    if (which == QLatin1String("disable"))
+        return "ZELK_DevSrv_DisablePin";
+    if (which == QLatin1String("puk"))
+        return "ZELK_DevSrv_UnblockPin";
+    if (which == QLatin1String("change"))
+        return "ZELK_DevSrv_ChangePin";
+    return "ZELK_DevSrv_VerifyCardLock";
+}
+
+QString attemptsLabel(const QString& dialogName)
+{
+    if (dialogName == kVerifyDlg)
+        return QStringLiteral("DeviceMgrUI_VerifyPINTimes");
+    if (dialogName == kPukDlg)
+        return QStringLiteral("DeviceMgrUI_labelPUKTimes");
+    if (dialogName == kModifyDlg)
+        return QStringLiteral("DeviceMgrUI_labelModTimes");
+    return QStringLiteral("DeviceMgrUI_m_plabelPINTimes");
+}
+
+const QString kCardBlockedFallback =
+    QStringLiteral("The Data card is permanently blocked. Please contact your Operator");
+
+// A code field set up as every SIM dialog sets it up.
+struct CodeField
+{
+    std::unique_ptr<QWidget> window{new QWidget};
+    LineEdit* edit = nullptr;
+
+    CodeField()
+    {
+        window->setObjectName(QStringLiteral("TestFieldWindow"));
+        edit = new LineEdit(window.get());
+        edit->setEchoMode(QLineEdit::Password);
+        edit->setMaxLength(8);
+        edit->setValidator(new QRegExpValidator(QRegExp(QStringLiteral("[0-9]{1,8}")), edit));
+        edit->installEventFilter(edit);
+        window->show();
+        edit->setFocus();
+    }
+};
+
+QAction* action(LineEdit* edit, const char* name)
+{
+    return edit->findChild<QAction*>(QLatin1String(name));
+}
+
+// A SIM dialog shell holding one code field.
+struct Shell
+{
+    SimDlg* dialog = nullptr;
+    QLineEdit* edit = nullptr;
+
+    explicit Shell(bool askOnClose = true, bool okCancel = false)
+    {
+        dialog = new SimDlg(nullptr, askOnClose, okCancel);
+        dialog->setObjectName(QStringLiteral("TestSimDlg"));
+        auto* inner = new QWidget;
+        auto* layout = new QVBoxLayout(inner);
+        edit = new LineEdit(inner);
+        edit->setEchoMode(QLineEdit::Password);
+        layout->addWidget(edit);
+        dialog->AddMainWidget(inner);
+        dialog->show();
+        QTest::keyClicks(edit, QStringLiteral("1357"));
+    }
+    ~Shell() { delete dialog; }
+};
+
+const QString kQuestion = QStringLiteral(
+    "ShowMessage 4 TestSimDlg | IDS_MAINFRM_PROMPT | IDS_MAINFRM_PIN_CANCELPROMPT | IDS_YES,IDS_NO");
+
+} // namespace
+
+Q_DECLARE_METATYPE(Submit)
+
+class tst_SimDialogs : public QObject
+{
+    Q_OBJECT
+
+private:
+    HostFixture m_host;
+    CDeviceMgrService* m_service = nullptr;
+
+    void start(bool frameShown = true)
+    {
+        m_service = startService(frameShown);
+        QVERIFY(m_service);
+    }
+
+    void pinOn(int attempts)
+    {
+        zelk::sim::Device d = activeDevice();
+        d.sim.pinEnabled = true;
+        d.sim.pinVerified = true;
+        d.sim.pinAttempts = attempts;
+        QVERIFY(zelk::sim::updateDevice(d));
+    }
+
+    void customisation(const QString& value)
+    {
+        m_host.setSetting(QStringLiteral("support"), QStringLiteral("type"), value);
+    }
+
+    // The card's lock event (6013), as the card sends it after the PIN step.
+    bool lockEvent()
+    {
+        svc::inject(ZELK_EVENT_DEV_CARD_LOCK);
+        return svc::settle(svc::g_handled.load() + 1);
+    }
+
+    // Brings up one SIM dialog the way the user meets it, `attempts` (-1: the card's default) left of
+    // the code it asks for; returns its object name.
+    QString open(const QString& which, int attempts = -1)
+    {
+        if (which == QLatin1String("verify") || which == QLatin1String("puk")) {
+            const bool isPuk = which == QLatin1String("puk");
+            pinRequired(isPuk ? 0 : (attempts < 0 ? 3 : attempts), isPuk && attempts >= 0 ? attempts : 10);
+            start();
+            startupPinCheck();
+            return isPuk ? kPukDlg : kVerifyDlg;
+        }
+        if (which == QLatin1String("cardlock")) {
+            customisation(QStringLiteral("0"));
+            cardLock(1, attempts < 0 ? 5 : attempts);
+            start();
+            lockEvent();
+            return kPinDlg;
+        }
+        if (which == QLatin1String("enable")) {
+            zelk::sim::Device d = activeDevice();
+            d.sim.pinAttempts = attempts < 0 ? 3 : attempts;
+            zelk::sim::updateDevice(d);
+            start();
+            m_service->EnablePIN();
+            return kPinDlg;
+        }
+        pinOn(attempts < 0 ? 3 : attempts);
+        start();
+        if (which == QLatin1String("disable")) {
+            m_service->DisablePIN();
+            return kPinDlg;
+        }
+        m_service->ModifyPIN();
+        return kModifyDlg;
+    }
+
+    void enter(const QString& dialogName, const Entries& entries)
+    {
+        for (const QString& entry : entries) {
+            const QString name = entry.section(QLatin1Char('='), 0, 0);
+            QLineEdit* f = field(dialogName, name);
+            QVERIFY2(f, qPrintable(QStringLiteral("no field '%1' in %2").arg(name, dialogName)));
+            type(f, entry.section(QLatin1Char('='), 1));
+        }
+    }
+
+private slots:
+    void initTestCase() { m_host.init(); }
+    void init()
+    {
+        m_host.beginTest();
+        QGuiApplication::clipboard()->setText(QStringLiteral("clipboard-before"));
+        zelk::sim::reset();
+        svc::resetHandled();
+        m_service = nullptr;
+    }
+    void cleanup()
+    {
+        svc::stopService();
+        m_service = nullptr;
+        Change::LoadLanguage(QStringLiteral("none"));
+        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
+    }
+    void cleanupTestCase() { m_host.shutdown(); }
+
+    // ---- the start-up check ----------------------------------------------------------------------
+
+    void startupCheckOpensWhatTheSimAsksFor_data()
+    {
+        QTest::addColumn<int>("pinAttempts");
+        QTest::addColumn<int>("pukAttempts");
+        QTest::addColumn<bool>("pinEnabled");
+        QTest::addColumn<QStringList>("dialogs");
+        QTest::addColumn<QStringList>("notifications");
+        QTest::addColumn<int>("pinState");
+        QTest::newRow("PIN asked: verification")
+            << 3 << 10 << true << QStringList{kVerifyDlg} << QStringList{bc(579)} << 1;
+        QTest::newRow("PIN used up: PUK")
+            << 0 << 10 << true << QStringList{kPukDlg} << QStringList{bc(579)} << 4;
+        QTest::newRow("PUK used up: message only") << 0 << 0 << true << QStringList() << QStringList() << 5;
+        QTest::newRow("no PIN, card usable: 578 once")
+            << 3 << 10 << false << QStringList() << QStringList{bc(578)} << 0;
+    }
+    void startupCheckOpensWhatTheSimAsksFor()
+    {
+        QFETCH(int, pinAttempts);
+        QFETCH(int, pukAttempts);
+        QFETCH(bool, pinEnabled);
+        QFETCH(QStringList, dialogs);
+        QFETCH(QStringList, notifications);
+        QFETCH(int, pinState);
+        pinRequired(pinAttempts, pukAttempts);
+        zelk::sim::Device d = activeDevice();
+        d.sim.pinEnabled = pinEnabled;
+        QVERIFY(zelk::sim::updateDevice(d));
+        start();
+        QVERIFY(startupPinCheck());
+        QCOMPARE(openDialogs(), dialogs);
+        QCOMPARE(svc::sent(), notifications);
+        QCOMPARE(m_service->isValidPinState(), pinState == 0);
+        QCOMPARE(m_service->pinState(), pinState);
+        if (pinState == DEVMGR_PIN_BLOCKED)
+            QCOMPARE(messages(), QStringList{info(QStringLiteral("IDS_PIN_SIM_LOCKED"), "TestMainWindow")});
+        else
+            QCOMPARE(messages(), QStringList());
+        // The host's SIM, radio and device menu items were refreshed by the check.
+        QVERIFY(HostFramework::mainMenuService()->deviceRefreshCount() >= 1);
+    }
+
+    // Ready with the card locked to another network: the SIM is not usable yet.
+    void readyWithLockedCardReportsNotReady()
+    {
+        customisation(QStringLiteral("2"));
+        cardLock(1);
+        start();
+        m_service->launchSpecificPinDlg(DEVMGR_PIN_READY);
+        QCOMPARE(svc::sent(), QStringList{bc(579)});
+        QVERIFY(m_service->isValidPinState());
+        QVERIFY(!m_service->IsValidSim());
+        QCOMPARE(m_service->cardState(), 1);
+    }
+
+    // Before the frame, with the check suspended, or when the state cannot be read: nothing opens.
+    void startupCheckShowsNothing_data()
+    {
+        QTest::addColumn<QString>("why");
+        QTest::newRow("before the frame") << "frame";
+        QTest::newRow("suspended") << "suspended";
+        QTest::newRow("status read fails") << "fails";
+    }
+    void startupCheckShowsNothing()
+    {
+        QFETCH(QString, why);
+        pinRequired();
+        start(why != QLatin1String("frame"));
+        if (why == QLatin1String("suspended"))
+            m_service->setPinCheckSuspended(true);
+        if (why == QLatin1String("fails"))
+            zelk::sim::failNext("ZELK_DevSrv_GetPinStatus");
+        QVERIFY(startupPinCheck());
+        QCOMPARE(openDialogs(), QStringList());
+        QCOMPARE(messages(), QStringList());
+        if (why == QLatin1String("fails"))
+            QCOMPARE(svc::sent(), QStringList());
+        else
+            QCOMPARE(m_service->pinState(), 1);
+    }
+
+    // States that name a job of the device, and states met before the frame, open no dialog.
+    void dispatchWithoutDialog_data()
+    {
+        QTest::addColumn<bool>("frameShown");
+        QTest::addColumn<int>("state");
+        QTest::addColumn<QStringList>("notifications");
+        QTest::addColumn<bool>("validPinState");
+        QTest::newRow("2 enable") << true << 2 << QStringList() << false;
+        QTest::newRow("before the frame: PIN asked") << false << 1 << QStringList{bc(579)} << false;
+        QTest::newRow("before the frame: ready") << false << 0 << QStringList{bc(578)} << true;
+    }
+    void dispatchWithoutDialog()
+    {
+        QFETCH(bool, frameShown);
+        QFETCH(int, state);
+        QFETCH(QStringList, notifications);
+        QFETCH(bool, validPinState);
+        start(frameShown);
+        m_service->launchPinDlg(static_cast<E_DEVMGR_PIN_STATE>(state));
+        QCOMPARE(openDialogs(), QStringList());
+        QCOMPARE(svc::sent(), notifications);
+        QCOMPARE(m_service->isValidPinState(), validPinState);
+        QCOMPARE(messages(), QStringList());
+    }
+
+    // ---- typing a code ---------------------------------------------------------------------------
+
+    void okEnablement_data()
+    {
+        QTest::addColumn<QString>("which");
+        QTest::addColumn<Entries>("entries");
+        QTest::addColumn<bool>("enabled");
+        QTest::newRow("verify, 3 digits") << "verify" << Entries{"=123"} << false;
+        QTest::newRow("unlock code, 7 digits") << "cardlock" << Entries{"=1234567"} << false;
+        QTest::newRow("unlock code, 8 digits") << "cardlock" << Entries{"=12345678"} << true;
+        QTest::newRow("PUK, confirmation of 3") << "puk" << puk("12345678", "1234", "123") << false;
+        QTest::newRow("PUK complete") << "puk" << puk("12345678", "1234", "1234") << true;
+        QTest::newRow("change, current of 3") << "change" << change("123", "5678", "5678") << false;
+        QTest::newRow("change complete") << "change" << change("1234", "5678", "5678") << true;
+    }
+    void okEnablement()
+    {
+        QFETCH(QString, which);
+        QFETCH(Entries, entries);
+        QFETCH(bool, enabled);
+        const QString name = open(which);
+        QCOMPARE(openDialogs(), QStringList{name});
+        QVERIFY(!okButton(name)->isEnabled());
+        enter(name, entries);
+        QCOMPARE(okButton(name)->isEnabled(), enabled);
+        auto* ok = qobject_cast<QPushButton*>(okButton(name));
+        QVERIFY(ok);
+        QCOMPARE(ok->isDefault(), enabled);
+    }
+
+    void submit_data()
+    {
+        QTest::addColumn<Submit>("s");
+        const auto row = [](const char* name, const Submit& s) { QTest::newRow(name) << s; };
+        const auto at = [](const char* key, const QString& parent = QStringLiteral("-")) {
+            return info(QLatin1String(key), parent);
+        };
+        const QString V = kVerifyDlg, P = kPinDlg, U = kPukDlg, M = kModifyDlg,
+                      main = QStringLiteral("TestMainWindow");
+        const QString checkFailed =
+            info(QStringLiteral("IDS_PIN_CHECK_FAILED"), V, QStringLiteral("ShowMessageCustomize"));
+        const QString locked = at("IDS_PIN_PIN_LOCKED", P),
+                      left2 = QStringLiteral("IDS_MAINFRM_PIN_REMAIN_PROMPT2");
+        const QString unknown = QStringLiteral("IDS_MAINFRM_UNKNOWN"),
+                      pukLeft10 = QStringLiteral("IDS_MAINFRM_PUK_REMAIN_PROMPT10");
+        const QString right = QStringLiteral("=1234"), wrong = QStringLiteral("=4321");
+        const Entries goodPuk = puk("12345678", "4321", "4321"), badPuk = puk("87654321", "4321", "4321");
+        const Entries goodChange = change("1234", "5678", "5678"), badChange = change("9999", "5678", "5678");
+        row("verify, right PIN", {"verify", 3, {right}, {}, {}, {bc(578)}});
+        row("verify, wrong PIN", {"verify", 3, {wrong}, {checkFailed}, {V}, {}, 1, left2});
+        row("verify, last attempt wrong: PUK", {"verify", 1, {wrong}, {checkFailed}, {U}, {}, 1, pukLeft10});
+        row("verify, count unknown: the dialog stays",
+            {"verify", 3, {wrong}, {}, {V}, {}, 1, unknown, true, "ZELK_DevSrv_VerifyPin"});
+        row("enable, right PIN", {"enable", 3, {right}, {at("IDS_MAINFRM_ENABLEPIN_SUCCESS", main)}, {}, {}});
+        row("enable, wrong PIN", {"enable", 3, {wrong}, {at("IDS_PIN_ENABLE_FAILED", P)}, {P}, {}, 1, left2});
+        row("enable, last attempt wrong: PUK",
+            {"enable", 1, {wrong}, {locked, at("IDS_PIN_ENABLE_FAILED", P)}, {U}, {bc(579)}});
+        row("disable, right PIN",
+            {"disable", 3, {right}, {at("IDS_MAINFRM_DISABLEPIN_SUCCESS", main)}, {}, {}});
+        row("disable, wrong PIN",
+            {"disable", 3, {wrong}, {at("IDS_PIN_DISABLE_FAILED", P)}, {P}, {}, 1, left2});
+        row("disable, last attempt wrong: PUK",
+            {"disable", 1, {wrong}, {locked, at("IDS_PIN_DISABLE_FAILED", P)}, {U}, {bc(579)}});
+        // Differing new PINs never reach the SIM; the PUK dialog leaves the entry to be corrected.
+        row("PUK, new PINs differ", {"puk",
+                                     10,
+                                     puk("12345678", "1111", "2222"),
+                                     {at("IDS_PIN_MSG_PIN_DIFFER", U)},
+                                     {U},
+                                     {},
+                                     0,
+                                     pukLeft10,
+                                     false});
+        row("PUK, right", {"puk", 10, goodPuk, {at("IDS_MAINFRM_UNLOCKPIN_SUCCESS")}, {}, {bc(578)}});
+        row("PUK, wrong",
+            {"puk", 10, badPuk, {at("IDS_PIN_PUK_FAILED", U)}, {U}, {}, 1, "IDS_MAINFRM_PUK_REMAIN_PROMPT9"});
+        row("PUK, last wrong: card blocked", {"puk", 1, badPuk, {at("IDS_MSG_CARD_BLOCKED")}, {}, {}});
+        row("PUK, count unknown: emptied, the dialog stays",
+            {"puk", 10, badPuk, {}, {U}, {}, 1, unknown, true, "ZELK_DevSrv_UnblockPin"});
+        row("change, right current PIN",
+            {"change", 3, goodChange, {at("IDS_MAINFRM_CHANGEPIN_SUCCESS", main)}, {}, {}});
+        row("change, new PINs differ: emptied",
+            {"change", 3, change("1234", "5678", "5679"), {at("IDS_PIN_MSG_PIN_DIFFER", M)}, {M}, {}, 0});
+        row("change, wrong current PIN", {"change", 3, badChange, {at("IDS_PIN_CHANGE_FAILED", M)}, {M}, {}});
+        row("change, last attempt wrong: PUK",
+            {"change", 1, badChange, {at("IDS_PIN_CHANGE_FAILED", M)}, {U}, {bc(579)}});
+        row("unlock code, right", {"cardlock", 5, {"=12345678"}, {}, {}, {bc(578)}});
+        row("unlock code, wrong",
+            {"cardlock", 5, {"=11112222"}, {}, {P}, {}, 1, "IDS_MAINFRM_PIN_REMAIN_PROMPT4"});
+        row("unlock code, last attempt wrong",
+            {"cardlock", 1, {"=11112222"}, {info(kCardBlockedFallback, main)}, {}, {}});
+    }
+    void submit()
+    {
+        QFETCH(Submit, s);
+        const QString name = open(s.which, s.attempts);
+        QCOMPARE(openDialogs(), QStringList{name});
+        HostFramework::clearNotificationRecords();
+        zelk::sim::clearCalls();
+        if (!s.forced.isEmpty())
+            zelk::sim::forceResult(s.forced.toStdString(), 1, ZELK_ERROR_FAILURE);
+        enter(name, s.entries);
+        click(okButton(name));
+        QCOMPARE(messages(), s.shown);
+        QCOMPARE(openDialogs(), s.dialogs);
+        QCOMPARE(svc::sent(), s.notifications);
+        QCOMPARE(svc::callCount(jobFunction(s.which)), s.calls);
+        if (s.which == QLatin1String("verify") || s.which == QLatin1String("puk"))
+            QCOMPARE(m_service->isValidPinState(), s.notifications.contains(bc(578)));
+        // The codes went to the card, and nowhere in clear.
+        for (const auto& call : zelk::sim::calls())
+            for (const std::string& arg : call.args)
+                for (const QString& entry : s.entries)
+                    QVERIFY2(!QString::fromStdString(arg).contains(entry.section(QLatin1Char('='), 1)),
+                             arg.c_str());
+        if (s.dialogs.isEmpty())
+            return;
+        const QString top = s.dialogs.first();
+        if (!s.label.isEmpty())
+            QCOMPARE(labelText(top, attemptsLabel(top)), s.label);
+        // Ready for the next attempt: empty fields, OK off until enough digits are typed.
+        QCOMPARE(okButton(top)->isEnabled(), !s.cleared);
+        const auto fields = dialog(top)->findChildren<QLineEdit*>();
+        for (QLineEdit* f : fields)
+            QCOMPARE(f->text().isEmpty(), s.cleared);
+    }
+
+    // A failure whose count cannot be read closes the dialog without a message.
+    void enableWithUnknownCountClosesSilently()
+    {
+        open(QStringLiteral("enable"));
+        type(field(kPinDlg), QStringLiteral("9999"));
+        zelk::sim::forceResult("ZELK_DevSrv_EnablePin", 1, ZELK_ERROR_FAILURE);
+        zelk::sim::failNext("ZELK_DevSrv_GetPinStatus");
+        click(okButton(kPinDlg));
+        QCOMPARE(openDialogs(), QStringList());
+        QCOMPARE(messages(), QStringList());
+    }
+
+    // Without a translation loaded the refusal still reads in English.
+    void privilegeRefusal()
+    {
+        const QString text =
+            QStringLiteral("This method is not allowed for calling process privileges. Please use "
+                           "system's WWAN UI to unblock the PIN");
+        pinRequired(0);
+        zelk::sim::Device d = activeDevice();
+        d.sim.unblockAllowed = false;
+        QVERIFY(zelk::sim::updateDevice(d));
+        start();
+        QVERIFY(startupPinCheck());
+        enter(kPukDlg, puk("12345678", "4321", "4321"));
+        click(button(kPukDlg, QStringLiteral("DeviceMgrUI_buttonPUKOK")));
+        QCOMPARE(openDialogs(), QStringList());
+        const auto records = HostFramework::messageRecords();
+        QCOMPARE(records.size(), 1);
+        QCOMPARE(records.first().text, text);
+        QCOMPARE(records.first().icon, 1);
+        QCOMPARE(records.first().parentName, QString());
+        QCOMPARE(records.first().title, Change::tr(QStringLiteral("IDS_MAINFRM_PROMPT")));
+    }
+
+    // A call on the line refuses every code: the message, the dialog closed, nothing sent to the SIM.
+    void callInProgressRefusesEveryDialog_data()
+    {
+        QTest::addColumn<QString>("which");
+        QTest::addColumn<Entries>("entries");
+        QTest::newRow("verify") << "verify" << Entries{"=1234"};
+        QTest::newRow("enable") << "enable" << Entries{"=1234"};
+        QTest::newRow("PUK") << "puk" << puk("12345678", "1234", "1234");
+        QTest::newRow("change") << "change" << change("1234", "5678", "5678");
+    }
+    void callInProgressRefusesEveryDialog()
+    {
+        QFETCH(QString, which);
+        QFETCH(Entries, entries);
+        const QString name = open(which);
+        enter(name, entries);
+        HostFramework::clearMessageRecords();
+        m_service->Notify(which == QLatin1String("verify") ? NTF_CALL_DLG_SHOWN_1 : NTF_CALL_DLG_SHOWN_2, 0,
+                          0);
+        click(okButton(name));
+        QCOMPARE(messages(), QStringList{QStringLiteral("ShowMessage 2 %1 | IDS_MAINFRM_PROMPT | "
+                                                        "IDS_PROMPT_CALLING_DISABLE | IDS_OK")
+                                             .arg(name)});
+        QCOMPARE(openDialogs(), QStringList());
+        QCOMPARE(svc::callCount(jobFunction(which)), 0);
+        if (which == QLatin1String("verify"))
+            QVERIFY(!m_service->isValidPinState());
+    }
+
+    // ---- leaving a dialog ------------------------------------------------------------------------
+
+    void cancelAsksFirst_data()
+    {
+        QTest::addColumn<QString>("which");
+        QTest::addColumn<QString>("question");
+        QTest::addColumn<int>("answer");
+        QTest::newRow("verify, No keeps the dialog and its digits") << "verify"
+                                                                    << "IDS_MAINFRM_PIN_CANCELPROMPT" << 0;
+        QTest::newRow("verify, Yes abandons the entry") << "verify"
+                                                        << "IDS_MAINFRM_PIN_CANCELPROMPT" << 1024;
+        QTest::newRow("unlock code, No") << "cardlock"
+                                         << "IDS_MAINFRM_CARDLOCKDLG_CANCELPROMPT" << 0;
+        QTest::newRow("unlock code, Yes") << "cardlock"
+                                          << "IDS_MAINFRM_CARDLOCKDLG_CANCELPROMPT" << 1024;
+    }
+    void cancelAsksFirst()
+    {
+        QFETCH(QString, which);
+        QFETCH(QString, question);
+        QFETCH(int, answer);
+        const QString name = open(which);
+        zelk::sim::clearCalls();
+        type(field(name), QStringLiteral("12"));
+        HostFramework::pushNextAnswer(answer);
+        click(button(name, QStringLiteral("IDS_MAINFRM_CANCEL_PROMPT")));
+        QCOMPARE(messages(),
+                 QStringList{QStringLiteral("ShowMessage 4 %1 | IDS_MAINFRM_PROMPT | %2 | IDS_YES,IDS_NO")
+                                 .arg(name, question)});
+        QCOMPARE(openDialogs(), answer ? QStringList() : QStringList{name});
+        QCOMPARE(svc::callCount(jobFunction(which)), 0);
+        if (!answer)
+            QCOMPARE(field(name)->text(), QStringLiteral("12"));
+        if (!answer && name == kVerifyDlg)
+            QTRY_VERIFY(field(name)->hasFocus());
+    }
+
+    void cancelOfEnableClosesWithoutAsking()
+    {
+        open(QStringLiteral("enable"));
+        type(field(kPinDlg), QStringLiteral("12"));
+        click(button(kPinDlg, QStringLiteral("IDS_MAINFRM_CANCEL_PROMPT")));
+        QCOMPARE(openDialogs(), QStringList());
+        QCOMPARE(messages(), QStringList());
+        QCOMPARE(svc::callCount("ZELK_DevSrv_EnablePin"), 0);
+        // Opened again, it starts empty.
+        m_service->EnablePIN();
+        QCOMPARE(field(kPinDlg)->text(), QString());
+    }
+
+    void deviceSwitchOrRejectClosesTheDialog_data()
+    {
+        QTest::addColumn<int>("event");
+        QTest::newRow("switch") << int(ZELK_EVENT_DEV_SWITCH);
+        QTest::newRow("reject") << int(ZELK_EVENT_DEV_REJECT);
+        QTest::newRow("SIM invalid") << int(ZELK_EVENT_DEV_SIM_INVALID);
+    }
+    void deviceSwitchOrRejectClosesTheDialog()
+    {
+        QFETCH(int, event);
+        open(QStringLiteral("verify"));
+        zelk::sim::clearCalls();
+        QPointer<QLineEdit> pin = field(kVerifyDlg);
+        type(pin, QStringLiteral("1234"));
+        if (event == ZELK_EVENT_DEV_REJECT)
+            svc::injectList(event, 0);
+        else
+            svc::inject(event);
+        QVERIFY(svc::settle(svc::g_handled.load() + 1));
+        QCOMPARE(openDialogs(), QStringList());
+        // No question: the card, not the user, ended the entry; and the digits are gone.
+        QCOMPARE(messages(), QStringList());
+        QVERIFY(pin);
+        QCOMPARE(pin->text(), QString());
+        QCOMPARE(svc::callCount("ZELK_DevSrv_VerifyPin"), 0);
+    }
+
+    // ---- dialogs side by side --------------------------------------------------------------------
+
+    // Each switch to the PUK builds the dialog anew; the old one is deleted by the event loop.
+    void pukDialogIsRebuiltOnEachUse()
+    {
+        start();
+        m_service->EnablePIN();
+        m_service->processPINPUK();
+        QPointer<SimDlg> first = dialog(kPukDlg);
+        QVERIFY(first);
+        type(field(kPukDlg, QStringLiteral("DeviceMgrUI_editPUKText")), QStringLiteral("1234"));
+        // The menu's Enable PIN opens its dialog beside the pending PUK entry.
+        m_service->EnablePIN();
+        QCOMPARE(openDialogs(), (QStringList{kPukDlg, kPinDlg}));
+        m_service->processPINPUK();
+        flushDeletes();
+        QVERIFY(!first);
+        QVERIFY(dialog(kPukDlg));
+        QCOMPARE(field(kPukDlg, QStringLiteral("DeviceMgrUI_editPUKText"))->text(), QString());
+        QCOMPARE(svc::sent(), (QStringList{bc(579), bc(579)}));
+    }
+
+    void checkPinLeavesAnActiveDialogAlone_data()
+    {
+        QTest::addColumn<QString>("which");
+        QTest::addColumn<QString>("fieldName");
+        QTest::newRow("PIN dialog") << "enable"
+                                    << "";
+        QTest::newRow("PUK dialog") << "puk"
+                                    << "DeviceMgrUI_editPUKText";
+    }
+    void checkPinLeavesAnActiveDialogAlone()
+    {
+        QFETCH(QString, which);
+        QFETCH(QString, fieldName);
+        const QString name = open(which);
+        type(field(name, fieldName), QStringLiteral("12"));
+        QTRY_VERIFY(dialog(name)->isActiveWindow());
+        zelk::sim::clearCalls();
+        HostFramework::clearNotificationRecords();
+        m_service->checkPIN();
+        QCOMPARE(svc::callCount("ZELK_DevSrv_GetPinStatus"), 0);
+        QCOMPARE(openDialogs(), QStringList{name});
+        QCOMPARE(field(name, fieldName)->text(), QStringLiteral("12"));
+        QCOMPARE(svc::sent(), QStringList());
+    }
+
+    // ---- language and privacy --------------------------------------------------------------------
+
+    // Each dialog's title and labels follow the host's language notification; the count shown stays.
+    void languageChangeRetranslatesEveryDialog_data()
+    {
+        QTest::addColumn<QStringList>("d"); // dialog, title key, label name, label key, what follows the text
+        QTest::newRow("verify") << QStringList{"verify", "IDS_MAINFRM_PIN_VERIFY_WINDOWSTXT",
+                                               "DeviceMgrUI_VerifyPINTimes", "IDS_MAINFRM_PIN_REMAIN_PROMPT",
+                                               "3"};
+        QTest::newRow("enable") << QStringList{"enable", "IDS_MAINFRM_ENABLE_WINDOWSTXT",
+                                               "DeviceMgrUI_m_plabelPINTimes",
+                                               "IDS_MAINFRM_PIN_REMAIN_PROMPT", "3"};
+        QTest::newRow("unlock code") << QStringList{"cardlock", "IDS_MAINFRM_CARDLOCKDLG_CAPTION",
+                                                    "DeviceMgrUI_m_plabelPINTimes",
+                                                    "IDS_MAINFRM_PIN_REMAIN_PROMPT", "5"};
+        QTest::newRow("PUK") << QStringList{"puk", "IDS_MAINFRM_PIN_UNLOCK_WINDOWSTXT",
+                                            "DeviceMgrUI_labelPUK", "IDS_MAINFRM_INPUT_PUK_PROMPT", ""};
+        QTest::newRow("change") << QStringList{"change", "IDS_MAINFRM_PIN_CHANGE_WINDOWSTXT",
+                                               "DeviceMgrUI_labelConfirmPIN",
+                                               "IDS_MAINFRM_INPUT_NEW_PIN_PROMPT2", ""};
+    }
+    void languageChangeRetranslatesEveryDialog()
+    {
+        QFETCH(QStringList, d);
+        const QString name = open(d[0]);
+        QCOMPARE(dialog(name)->windowTitle(), d[1]);
+        zelk::sim::clearCalls();
+        QVERIFY(Change::LoadLanguage(QStringLiteral("de")));
+        m_service->Notify(NTF_LANGUAGE_CHANGED, 0, 0);
+        QCOMPARE(dialog(name)->windowTitle(), Change::tr(d[1]));
+        QVERIFY(dialog(name)->windowTitle() != d[1]);
+        QCOMPARE(labelText(name, d[2]), Change::tr(d[3]) + d[4]);
+        QVERIFY(button(name, Change::tr(QStringLiteral("IDS_MAINFRM_CANCEL_PROMPT"))));
+        // No new SDK reads: the count shown is the one already read.
+        if (name == kVerifyDlg)
+            QCOMPARE(svc::callCount("ZELK_DevSrv_GetPinStatus"), 0);
+    }
+
+    void noCodeInLogsOrClipboard()
+    {
+        QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+        open(QStringLiteral("verify"));
+        // Digits that no time stamp or line number of the log would show by chance.
+        zelk::sim::Device d = activeDevice();
+        d.sim.pin = "8642";
+        QVERIFY(zelk::sim::updateDevice(d));
+        svc::startLogCapture();
+        QLineEdit* pin = field(kVerifyDlg);
+        type(pin, QStringLiteral("4321"));
+        pin->selectAll();
+        pin->findChild<QAction*>(QStringLiteral("DeviceMgrUI_VerifyCopy"))->trigger();
+        QTest::keyClick(pin, Qt::Key_C, Qt::ControlModifier);
+        click(okButton(kVerifyDlg));
+        type(field(kVerifyDlg), QStringLiteral("8642"));
+        click(okButton(kVerifyDlg));
+        qInstallMessageHandler(nullptr);
+        QCOMPARE(openDialogs(), QStringList());
+        QCOMPARE(svc::logCount(QStringLiteral("4321")), 0);
+        QCOMPARE(svc::logCount(QStringLiteral("8642")), 0);
+        QVERIFY(svc::logCount(QStringLiteral("ZELK_DevSrv_VerifyPin")) > 0);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+    }
+
+    // ---- LineEdit --------------------------------------------------------------------------------
+
+    void onlyDigitsUpToEight_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("letters refused") << "12ab34"
+                                         << "1234";
+        QTest::newRow("ninth digit refused") << "123456789"
+                                             << "12345678";
+    }
+    void onlyDigitsUpToEight()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, kept);
+        CodeField f;
+        QTest::keyClicks(f.edit, typed);
+        QCOMPARE(f.edit->text(), kept);
+        QCOMPARE(f.edit->echoMode(), QLineEdit::Password);
+        // What the screen shows is never the code.
+        QVERIFY(f.edit->displayText() != kept);
+    }
+
+    void cutNeverTakesTheCode_data()
+    {
+        QTest::addColumn<bool>("platformText");
+        // What a keyboard sends (the control character 0x18) and what a synthesised Ctrl+X carries.
+        QTest::newRow("control character") << true;
+        QTest::newRow("Ctrl with the letter") << false;
+    }
+    void cutNeverTakesTheCode()
+    {
+        QFETCH(bool, platformText);
+        CodeField f;
+        QTest::keyClicks(f.edit, QStringLiteral("2468"));
+        f.edit->selectAll();
+        if (platformText)
+            QTest::sendKeyEvent(QTest::Click, f.edit, Qt::Key_X, QString(QChar(0x18)), Qt::ControlModifier);
+        else
+            QTest::keyClick(f.edit, Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(f.edit->text(), QStringLiteral("2468"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("clipboard-before"));
+    }
+
+    // "Cut" only copies, and copying a password field yields nothing: the code stays where it is.
+    // Pasted letters are refused like typed ones.
+    void cutActionCopiesNothingAndKeepsTheCode()
+    {
+        CodeField f;
+        QTest::keyClicks(f.edit, QStringLiteral("8642"));
+        f.edit->selectAll();
+        action(f.edit, "DeviceMgrUI_VerifyCut")->trigger();
+        action(f.edit, "DeviceMgrUI_VerifyCopy")->trigger();
+        QTest::keyClick(f.edit, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(f.edit->text(), QStringLiteral("8642"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("clipboard-before"));
+        f.edit->clear();
+        QGuiApplication::clipboard()->setText(QStringLiteral("12ab"));
+        action(f.edit, "DeviceMgrUI_VerifyPaste")->trigger();
+        QCOMPARE(f.edit->text(), QString());
+    }
+
+    // Undo, Delete, Select All and Paste work as in any password field; a deleted code does not come
+    // back with Undo.
+    void editingActions()
+    {
+        CodeField f;
+        QTest::keyClicks(f.edit, QStringLiteral("1234"));
+        action(f.edit, "DeviceMgrUI_VerifyUndo")->trigger();
+        QVERIFY(f.edit->text().size() < 4);
+        f.edit->setText(QStringLiteral("1234"));
+        action(f.edit, "DeviceMgrUI_VerifySelectAll")->trigger();
+        action(f.edit, "DeviceMgrUI_VerifyDelete")->trigger();
+        action(f.edit, "DeviceMgrUI_VerifyUndo")->trigger();
+        QCOMPARE(f.edit->text(), QString());
+        QGuiApplication::clipboard()->setText(QStringLiteral("56"));
+        action(f.edit, "DeviceMgrUI_VerifyPaste")->trigger();
+        QCOMPARE(f.edit->text(), QStringLiteral("56"));
+    }
+
+    void contextMenuOffersTheReducedSet()
+    {
+        CodeField f;
+        QTest::keyClicks(f.edit, QStringLiteral("12"));
+        f.edit->ShowContextMenu(QPoint(5, 5));
+        auto* menu = f.edit->findChild<QMenu*>(QStringLiteral("DeviceMgrUI_VerifyMenu"));
+        QVERIFY(menu);
+        QTRY_VERIFY(menu->isVisible());
+        QStringList shown;
+        const auto actions = menu->actions();
+        for (QAction* a : actions)
+            if (!a->isSeparator())
+                shown << QStringLiteral("%1%2").arg(a->text(),
+                                                    a->isEnabled() ? QString() : QStringLiteral(" (off)"));
+        // Nothing selected: nothing to delete; there is text, so Undo and Select All are offered.
+        QCOMPARE(shown,
+                 (QStringList{"Undo", "Cut (off)", "Copy (off)", "Paste", "Delete (off)", "Select All"}));
+        menu->close();
+        QTRY_VERIFY(!f.edit->findChild<QMenu*>(QStringLiteral("DeviceMgrUI_VerifyMenu")));
+    }
+
+    // ---- SimDlg ----------------------------------------------------------------------------------
+
+    void confirmationBeforeAbandoning_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("stays");
+        QTest::newRow("close button, No") << "close" << 0 << true;
+        QTest::newRow("close button, Yes") << "close" << 1024 << false;
+        QTest::newRow("Escape, Yes") << "escape" << 1024 << false;
+    }
+    void confirmationBeforeAbandoning()
+    {
+        QFETCH(QString, how);
+        QFETCH(int, answer);
+        QFETCH(bool, stays);
+        Shell shell;
+        HostFramework::pushNextAnswer(answer);
+        if (how == QLatin1String("close"))
+            shell.dialog->close();
+        else
+            QTest::keyClick(shell.edit, Qt::Key_Escape);
+        QCOMPARE(simtest::messages(), QStringList{kQuestion});
+        QCOMPARE(shell.dialog->isVisible(), stays);
+        QVERIFY(!shell.dialog->m_bAsking);
+        // Kept: the digits are still there. Gone: nothing typed survives the dialog.
+        QCOMPARE(shell.edit->text(), stays ? QStringLiteral("1357") : QString());
+    }
+
+    // A close by the program asks nothing and re-arms the question for the next close by the user.
+    void closeWithoutAskingRearms()
+    {
+        Shell shell(false);
+        shell.dialog->close();
+        QVERIFY(!shell.dialog->isVisible());
+        QCOMPARE(simtest::messages(), QStringList());
+        QVERIFY(shell.dialog->m_bAskOnClose);
+        QCOMPARE(shell.edit->text(), QString());
+        shell.dialog->show();
+        shell.dialog->close();
+        QCOMPARE(simtest::messages(), QStringList{kQuestion});
+        QVERIFY(shell.dialog->isVisible());
+    }
+
+    // ---- the card's network lock -----------------------------------------------------------------
+
+    void cardLockByCustomisation_data()
+    {
+        QTest::addColumn<QString>("setting");
+        QTest::addColumn<int>("lockState");
+        QTest::addColumn<QStringList>("dialogs");
+        QTest::addColumn<QStringList>("shown");
+        const QStringList deadlock{info(QStringLiteral("IDS_CARDLOCKDLG_DEADLOCK"))};
+        QTest::newRow("support unlock, locked: code entry")
+            << "0" << 1 << QStringList{kPinDlg} << QStringList();
+        QTest::newRow("support unlock, locked for good: reminder") << "0" << 3 << QStringList() << deadlock;
+        QTest::newRow("no reminder") << "2" << 1 << QStringList() << QStringList();
+        QTest::newRow("card usable: nothing, whatever the setting")
+            << "0" << 2 << QStringList() << QStringList();
+    }
+    void cardLockByCustomisation()
+    {
+        QFETCH(QString, setting);
+        QFETCH(int, lockState);
+        QFETCH(QStringList, dialogs);
+        QFETCH(QStringList, shown);
+        customisation(setting);
+        cardLock(lockState);
+        start();
+        QVERIFY(lockEvent());
+        QCOMPARE(openDialogs(), dialogs);
+        QCOMPARE(messages(), shown);
+        QCOMPARE(m_service->cardState(), lockState);
+        QCOMPARE(svc::sent(), QStringList());
+    }
+
+    // The reminder names the card with the operator's word for it.
+    void cardLockReminderNamesTheCard()
+    {
+        m_host.setSetting(QStringLiteral("customize"), QStringLiteral("simtype"), QStringLiteral("Nano SIM"));
+        QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
+        customisation(QStringLiteral("1"));
+        cardLock(1);
+        start();
+        QVERIFY(lockEvent());
+        QString expected = Change::tr(QStringLiteral("IDS_CARDLOCKDLG_DEADLOCK"));
+        QVERIFY(expected.contains(QLatin1String("%s")));
+        expected.replace(QStringLiteral("%s"), QStringLiteral("Nano SIM"));
+        const auto records = HostFramework::messageRecords();
+        QCOMPARE(records.size(), 1);
+        QCOMPARE(records.first().text, expected);
+        QVERIFY(!records.first().parent);
+    }
+
+    // Kept last: ending the application's event loop is done once per process.
+    void cardLockExitEndsTheApplication()
+    {
+        customisation(QStringLiteral("3"));
+        cardLock(1);
+        start();
+        QTimer fallback;
+        fallback.setSingleShot(true);
+        connect(&fallback, &QTimer::timeout, [] { QCoreApplication::exit(99); });
+        fallback.start(10000);
+        QTimer::singleShot(0, this, [] { svc::inject(ZELK_EVENT_DEV_CARD_LOCK); });
+        const int rc = QCoreApplication::exec();
+        fallback.stop();
+        QCOMPARE(rc, 0);
+        QCOMPARE(messages(), QStringList{info(QStringLiteral("IDS_CARDLOCKDLG_FORCE_EXIT"))});
+        QCOMPARE(openDialogs(), QStringList());
+        QCOMPARE(svc::sent(), QStringList());
+    }
+};
+
+QTEST_MAIN(tst_SimDialogs)
+#include "tst_simdialogs.moc"
