@@ -84,7 +84,6 @@ private slots:
     void exportsOnlyTheEntryPoints()
     {
         QFETCH(QByteArray, symbol);
-        QFETCH(bool, exported);
         void* handle = dlopen(kPluginFile, RTLD_NOW | RTLD_LOCAL);
         QVERIFY2(handle, dlerror());
         // dlsym on a handle searches the library and its dependencies; ask where the symbol lives.
@@ -95,7 +94,7 @@ private slots:
             if (dladdr(address, &info) && info.dli_fname)
                 inPlugin = QByteArray(info.dli_fname).endsWith("libDeviceMgrUIPlugin.so");
         }
-        QCOMPARE(inPlugin, exported);
+        QTEST(inPlugin, "exported");
         dlclose(handle);
     }
 

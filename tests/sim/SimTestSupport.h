@@ -130,12 +130,8 @@ inline QString info(const QString& text, const QString& parent = QStringLiteral(
     return QStringLiteral("%1 1 %2 | IDS_MAINFRM_PROMPT | %3 | IDS_OK").arg(function, parent, text);
 }
 
-inline zelk::sim::Device activeDevice()
-{
-    zelk::sim::Device d;
-    zelk::sim::findDevice(zelk::sim::activeDeviceId(), &d);
-    return d;
-}
+using svc::activeDevice;
+using svc::flushDeletes;
 
 // The active card with its PIN request on and not yet entered: the SIM asks for the PIN.
 inline void pinRequired(int pinAttempts = 3, int pukAttempts = 10)
@@ -180,12 +176,6 @@ inline bool startupPinCheck()
 {
     svc::inject(ZELK_EVENT_DEV_PIN_CHECK);
     return svc::settle(svc::g_handled.load() + 1);
-}
-
-// Deletes what the service scheduled for deletion, so a replaced dialog is really gone.
-inline void flushDeletes()
-{
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 } // namespace simtest

@@ -129,7 +129,6 @@ private slots:
         QFETCH(QString, other);
         QFETCH(QString, operation);
         QFETCH(QString, opened);
-        QFETCH(int, job);
         const QString name = openTyped(other);
         const QMap<QString, void (IDeviceMgr::*)()> operations{{"EnablePIN", &IDeviceMgr::EnablePIN},
                                                                {"DisablePIN", &IDeviceMgr::DisablePIN},
@@ -141,7 +140,7 @@ private slots:
         QStringList both{name, opened};
         both.sort();
         QCOMPARE(openDialogs(), both);
-        QCOMPARE(m_service->pinState(), job);
+        QTEST(m_service->pinState(), "job");
         // The digits typed in the other dialog are still there.
         const auto fields = window(name)->findChildren<QLineEdit*>();
         for (QLineEdit* f : fields)
