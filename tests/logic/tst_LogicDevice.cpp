@@ -204,34 +204,6 @@ private slots:
         QCOMPARE(m_logic->GetLocalDeviceName(), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('M')));
         QCOMPARE(m_logic->GetLocalDevicePortNo(), 4);
     }
-    void getDeviceInfo()
-    {
-        std::string error;
-        QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
-        sim::clearCalls();
-        const _ZELK_ST_MULTI_DEVICE_INFO list = m_logic->GetDeviceInfo();
-        QCOMPARE(callCount("ZELK_DevSrv_GetAvailableDeviceList"), 1);
-        sim::failNext("ZELK_DevSrv_GetAvailableDeviceList");
-        QCOMPARE(m_logic->GetDeviceInfo().nDevNum, 0);
-        QCOMPARE(list.nDevNum, 2);
-        QStringList names;
-        for (int i = 0; i < list.nDevNum; ++i)
-            names << QString::fromLocal8Bit(list.stDevInfo[i].szName);
-        names.sort();
-        QCOMPARE(names, QStringList({QStringLiteral("Second Modem"), QStringLiteral("USB Modem")}));
-    }
-
-    void selectSameDevice()
-    {
-        const sim::Device active = activeDevice();
-        HostFramework::dialupService()->setConnected(true);
-        sim::clearCalls();
-
-        QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port)), 0);
-        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 0);
-        QCOMPARE(HostFramework::dialupService()->disconnectCount(), 0);
-        QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
-    }
     void selectOtherDevice_data()
     {
         QTest::addColumn<bool>("connected");
