@@ -5,6 +5,7 @@
 
 #include "ServiceTestSupport.h"
 
+#include "CommonUtils.h"
 #include "HostServiceObjects.h"
 #include "SimWidgets.h"
 
@@ -176,6 +177,44 @@ inline bool startupPinCheck()
 {
     svc::inject(ZELK_EVENT_DEV_PIN_CHECK);
     return svc::settle(svc::g_handled.load() + 1);
+}
+
+// Starts the service and brings up one SIM dialog the way the user meets it: "verify" and "puk" at
+// the start-up check, "cardlock" at the card's lock event (6013) with unlocking allowed, "enable",
+// "disable" and "change" from the menu. `attempts` (-1: the card's default) are left of the code it
+// asks for. Returns the dialog's object name.
+inline QString openSimDialog(CDeviceMgrService*& service, const QString& which, int attempts = -1)
+{
+    const int n = attempts < 0 ? 3 : attempts;
+    if (which == QLatin1String("verify") || which == QLatin1String("puk")) {
+        const bool isPuk = which == QLatin1String("puk");
+        pinRequired(isPuk ? 0 : n, isPuk && attempts >= 0 ? attempts : 10);
+        if ((service = startService()))
+            startupPinCheck();
+        return isPuk ? kPukDlg : kVerifyDlg;
+    }
+    if (which == QLatin1String("cardlock")) {
+        CommonUtils::SetSettings(QStringLiteral("support"), QStringLiteral("type"), QStringLiteral("0"));
+        cardLock(1, attempts < 0 ? 5 : attempts);
+        if ((service = startService())) {
+            svc::inject(ZELK_EVENT_DEV_CARD_LOCK);
+            svc::settle(svc::g_handled.load() + 1);
+        }
+        return kPinDlg;
+    }
+    zelk::sim::Device d = activeDevice();
+    d.sim.pinAttempts = n;
+    if (which != QLatin1String("enable"))
+        d.sim.pinEnabled = d.sim.pinVerified = true;
+    zelk::sim::updateDevice(d);
+    if (!(service = startService()))
+        return QString();
+    if (which == QLatin1String("change")) {
+        service->ModifyPIN();
+        return kModifyDlg;
+    }
+    which == QLatin1String("enable") ? service->EnablePIN() : service->DisablePIN();
+    return kPinDlg;
 }
 
 } // namespace simtest

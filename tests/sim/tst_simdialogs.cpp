@@ -151,15 +151,6 @@ private:
         QVERIFY(m_service);
     }
 
-    void pinOn(int attempts)
-    {
-        zelk::sim::Device d = activeDevice();
-        d.sim.pinEnabled = true;
-        d.sim.pinVerified = true;
-        d.sim.pinAttempts = attempts;
-        QVERIFY(zelk::sim::updateDevice(d));
-    }
-
     void customisation(const QString& value)
     {
         m_host.setSetting(QStringLiteral("support"), QStringLiteral("type"), value);
@@ -172,40 +163,9 @@ private:
         return svc::settle(svc::g_handled.load() + 1);
     }
 
-    // Brings up one SIM dialog the way the user meets it, `attempts` (-1: the card's default) left of
-    // the code it asks for; returns its object name.
     QString open(const QString& which, int attempts = -1)
     {
-        if (which == QLatin1String("verify") || which == QLatin1String("puk")) {
-            const bool isPuk = which == QLatin1String("puk");
-            pinRequired(isPuk ? 0 : (attempts < 0 ? 3 : attempts), isPuk && attempts >= 0 ? attempts : 10);
-            start();
-            startupPinCheck();
-            return isPuk ? kPukDlg : kVerifyDlg;
-        }
-        if (which == QLatin1String("cardlock")) {
-            customisation(QStringLiteral("0"));
-            cardLock(1, attempts < 0 ? 5 : attempts);
-            start();
-            lockEvent();
-            return kPinDlg;
-        }
-        if (which == QLatin1String("enable")) {
-            zelk::sim::Device d = activeDevice();
-            d.sim.pinAttempts = attempts < 0 ? 3 : attempts;
-            zelk::sim::updateDevice(d);
-            start();
-            m_service->EnablePIN();
-            return kPinDlg;
-        }
-        pinOn(attempts < 0 ? 3 : attempts);
-        start();
-        if (which == QLatin1String("disable")) {
-            m_service->DisablePIN();
-            return kPinDlg;
-        }
-        m_service->ModifyPIN();
-        return kModifyDlg;
+        return openSimDialog(m_service, which, attempts);
     }
 
     void enter(const QString& dialogName, const Entries& entries)
