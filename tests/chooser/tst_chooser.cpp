@@ -189,11 +189,11 @@ private slots:
         PluginContainer* container = HostFramework::createHost(m_host.mainWindow());
         for (const char* name : {"FixtureAlpha", "FixtureBeta", "FixtureKeep"})
             QVERIFY(container->LoadPlugin(QLatin1String(name)));
-        qApp->setProperty("tessaroFixtureEvents", QStringList());
+        clearFixtureEvents();
         ChooseDevice chooser;
         chooser.ReloadPlugins(QStringLiteral("DevB"), false);
         chooser.ReloadPlugins(QStringLiteral("DevB"), false); // that set is the loaded one now
-        QStringList events = qApp->property("tessaroFixtureEvents").toStringList();
+        QStringList events = fixtureEvents();
         events.replaceInStrings(QRegularExpression(QStringLiteral(" 585 .*")), QStringLiteral(" 585"));
         QCOMPARE(events,
                  QStringList({"FixtureAlpha:Notify 585", "FixtureBeta:Notify 585", "FixtureKeep:Notify 585",

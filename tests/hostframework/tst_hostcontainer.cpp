@@ -20,16 +20,6 @@ namespace {
 const char kAlphaClsid[] = "0A1F0000-0000-4000-8000-00000000A1FA";
 const int kAlphaKind = 0x5001;
 
-QStringList fixtureEvents()
-{
-    return qApp->property("tessaroFixtureEvents").toStringList();
-}
-
-void clearFixtureEvents()
-{
-    qApp->setProperty("tessaroFixtureEvents", QStringList());
-}
-
 } // namespace
 
 class tst_HostContainer : public QObject

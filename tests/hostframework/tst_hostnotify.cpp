@@ -36,16 +36,6 @@ const unsigned int kUseHostRequest = 901;
 // Host services that take notifications: dial-up, main frame, main menu, mini frame.
 const int kHostReceivers = 4;
 
-QStringList fixtureEvents()
-{
-    return qApp->property("tessaroFixtureEvents").toStringList();
-}
-
-void clearFixtureEvents()
-{
-    qApp->setProperty("tessaroFixtureEvents", QStringList());
-}
-
 INotifyService* notifyService()
 {
     IPluginContainer* container = Startup::GetPluginContainer();

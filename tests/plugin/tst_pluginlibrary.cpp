@@ -55,11 +55,6 @@ private slots:
         QCOMPARE(ui->GetPluginName(), QStringLiteral("DeviceMgrUI"));
         QVERIFY(qobject_cast<INotify*>(root.data()));
 
-        // The service comes from the plugin's own copy of the code and answers IDeviceMgr.
-        QObject* service = nullptr;
-        QVERIFY(ui->QueryInterface(4097, &service));
-        QVERIFY(qobject_cast<IDeviceMgr*>(service));
-        ui->OnDestroy();
         delete root.data();
         QVERIFY(root.isNull());
         // A new object after the old one died.

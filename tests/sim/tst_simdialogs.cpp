@@ -449,12 +449,7 @@ private slots:
         enter(kPukDlg, puk("12345678", "4321", "4321"));
         click(button(kPukDlg, QStringLiteral("DeviceMgrUI_buttonPUKOK")));
         QCOMPARE(openDialogs(), QStringList());
-        const auto records = HostFramework::messageRecords();
-        QCOMPARE(records.size(), 1);
-        QCOMPARE(records.first().text, text);
-        QCOMPARE(records.first().icon, 1);
-        QCOMPARE(records.first().parentName, QString());
-        QCOMPARE(records.first().title, Change::tr(QStringLiteral("IDS_MAINFRM_PROMPT")));
+        QCOMPARE(messages(), QStringList{info(text)});
     }
 
     // A call on the line refuses every code: the message, the dialog closed, nothing sent to the SIM.
@@ -612,15 +607,13 @@ private slots:
     void languageChangeRetranslatesEveryDialog_data()
     {
         QTest::addColumn<QStringList>("d"); // dialog, title key, label name, label key, what follows the text
+        const QString left = QStringLiteral("IDS_MAINFRM_PIN_REMAIN_PROMPT"),
+                      times = QStringLiteral("DeviceMgrUI_m_plabelPINTimes");
         QTest::newRow("verify") << QStringList{"verify", "IDS_MAINFRM_PIN_VERIFY_WINDOWSTXT",
-                                               "DeviceMgrUI_VerifyPINTimes", "IDS_MAINFRM_PIN_REMAIN_PROMPT",
-                                               "3"};
-        QTest::newRow("enable") << QStringList{"enable", "IDS_MAINFRM_ENABLE_WINDOWSTXT",
-                                               "DeviceMgrUI_m_plabelPINTimes",
-                                               "IDS_MAINFRM_PIN_REMAIN_PROMPT", "3"};
-        QTest::newRow("unlock code") << QStringList{"cardlock", "IDS_MAINFRM_CARDLOCKDLG_CAPTION",
-                                                    "DeviceMgrUI_m_plabelPINTimes",
-                                                    "IDS_MAINFRM_PIN_REMAIN_PROMPT", "5"};
+                                               "DeviceMgrUI_VerifyPINTimes", left, "3"};
+        QTest::newRow("enable") << QStringList{"enable", "IDS_MAINFRM_ENABLE_WINDOWSTXT", times, left, "3"};
+        QTest::newRow("unlock code") << QStringList{"cardlock", "IDS_MAINFRM_CARDLOCKDLG_CAPTION", times,
+                                                    left, "5"};
         QTest::newRow("PUK") << QStringList{"puk", "IDS_MAINFRM_PIN_UNLOCK_WINDOWSTXT",
                                             "DeviceMgrUI_labelPUK", "IDS_MAINFRM_INPUT_PUK_PROMPT", ""};
         QTest::newRow("change") << QStringList{"change", "IDS_MAINFRM_PIN_CHANGE_WINDOWSTXT",
@@ -788,24 +781,6 @@ private slots:
         QTEST(messages(), "shown");
         QCOMPARE(m_service->cardState(), lockState);
         QCOMPARE(svc::sent(), QStringList());
-    }
-
-    // The reminder names the card with the operator's word for it.
-    void cardLockReminderNamesTheCard()
-    {
-        m_host.setSetting(QStringLiteral("customize"), QStringLiteral("simtype"), QStringLiteral("Nano SIM"));
-        QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
-        customisation(QStringLiteral("1"));
-        cardLock(1);
-        start();
-        QVERIFY(lockEvent());
-        QString expected = Change::tr(QStringLiteral("IDS_CARDLOCKDLG_DEADLOCK"));
-        QVERIFY(expected.contains(QLatin1String("%s")));
-        expected.replace(QStringLiteral("%s"), QStringLiteral("Nano SIM"));
-        const auto records = HostFramework::messageRecords();
-        QCOMPARE(records.size(), 1);
-        QCOMPARE(records.first().text, expected);
-        QVERIFY(!records.first().parent);
     }
 
     // Kept last: ending the application's event loop is done once per process.
