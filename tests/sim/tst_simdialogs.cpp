@@ -483,37 +483,54 @@ private slots:
 
     // ---- leaving a dialog ------------------------------------------------------------------------
 
+    // Cancel, the window's close button and Escape ask first; No keeps the dialog and the digits typed,
+    // Yes leaves nothing typed behind.
     void cancelAsksFirst_data()
     {
         QTest::addColumn<QString>("which");
+        QTest::addColumn<QString>("how");
         QTest::addColumn<QString>("question");
         QTest::addColumn<int>("answer");
-        const QString pin = QStringLiteral("IDS_MAINFRM_PIN_CANCELPROMPT"),
-                      lock = QStringLiteral("IDS_MAINFRM_CARDLOCKDLG_CANCELPROMPT");
-        QTest::newRow("verify, No keeps the dialog and its digits") << "verify" << pin << 0;
-        QTest::newRow("verify, Yes abandons the entry") << "verify" << pin << 1024;
-        QTest::newRow("unlock code, No") << "cardlock" << lock << 0;
-        QTest::newRow("unlock code, Yes") << "cardlock" << lock << 1024;
+        const auto row = [](const char* name, const char* which, const char* how, int answer) {
+            const bool lock = QLatin1String(which) == QLatin1String("cardlock");
+            QTest::newRow(name) << QString::fromLatin1(which) << QString::fromLatin1(how)
+                                << (lock ? "IDS_MAINFRM_CARDLOCKDLG_CANCELPROMPT"
+                                         : "IDS_MAINFRM_PIN_CANCELPROMPT")
+                                << answer;
+        };
+        row("verify, No", "verify", "cancel", 0);
+        row("verify, Yes", "verify", "cancel", 1024);
+        row("unlock code, No", "cardlock", "cancel", 0);
+        row("unlock code, Yes", "cardlock", "cancel", 1024);
+        row("close button, No", "verify", "close", 0);
+        row("close button, Yes", "verify", "close", 1024);
+        row("Escape, Yes", "verify", "escape", 1024);
     }
     void cancelAsksFirst()
     {
         QFETCH(QString, which);
+        QFETCH(QString, how);
         QFETCH(QString, question);
         QFETCH(int, answer);
         const QString name = open(which);
         zelk::sim::clearCalls();
-        type(field(name), QStringLiteral("12"));
+        QPointer<QLineEdit> edit = field(name);
+        type(edit, QStringLiteral("12"));
         HostFramework::pushNextAnswer(answer);
-        click(button(name, QStringLiteral("IDS_MAINFRM_CANCEL_PROMPT")));
+        if (how == QLatin1String("close"))
+            dialog(name)->close();
+        else if (how == QLatin1String("escape"))
+            QTest::keyClick(edit, Qt::Key_Escape);
+        else
+            click(button(name, QStringLiteral("IDS_MAINFRM_CANCEL_PROMPT")));
         QCOMPARE(messages(),
                  QStringList{QStringLiteral("ShowMessage 4 %1 | IDS_MAINFRM_PROMPT | %2 | IDS_YES,IDS_NO")
                                  .arg(name, question)});
         QCOMPARE(openDialogs(), answer ? QStringList() : QStringList{name});
         QCOMPARE(svc::callCount(jobFunction(which)), 0);
-        if (!answer)
-            QCOMPARE(field(name)->text(), QStringLiteral("12"));
+        QVERIFY(!edit || edit->text() == (answer ? QString() : QStringLiteral("12")));
         if (!answer && name == kVerifyDlg)
-            QTRY_VERIFY(field(name)->hasFocus());
+            QTRY_VERIFY(edit->hasFocus());
     }
 
     void cancelOfEnableClosesWithoutAsking()
@@ -710,33 +727,6 @@ private slots:
     }
 
     // ---- SimDlg ----------------------------------------------------------------------------------
-
-    void confirmationBeforeAbandoning_data()
-    {
-        QTest::addColumn<QString>("how");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("stays");
-        QTest::newRow("close button, No") << "close" << 0 << true;
-        QTest::newRow("close button, Yes") << "close" << 1024 << false;
-        QTest::newRow("Escape, Yes") << "escape" << 1024 << false;
-    }
-    void confirmationBeforeAbandoning()
-    {
-        QFETCH(QString, how);
-        QFETCH(int, answer);
-        QFETCH(bool, stays);
-        Shell shell;
-        HostFramework::pushNextAnswer(answer);
-        if (how == QLatin1String("close"))
-            shell.dialog->close();
-        else
-            QTest::keyClick(shell.edit, Qt::Key_Escape);
-        QCOMPARE(simtest::messages(), QStringList{kQuestion});
-        QCOMPARE(shell.dialog->isVisible(), stays);
-        QVERIFY(!shell.dialog->m_bAsking);
-        // Kept: the digits are still there. Gone: nothing typed survives the dialog.
-        QCOMPARE(shell.edit->text(), stays ? QStringLiteral("1357") : QString());
-    }
 
     // A close by the program asks nothing and re-arms the question for the next close by the user.
     void closeWithoutAskingRearms()
