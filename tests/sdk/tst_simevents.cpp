@@ -6,6 +6,7 @@
 #include <QtTest/QtTest>
 
 #include <atomic>
+#include <cstring>
 
 using namespace zelk::sim;
 using sdktest::Recorder;
