@@ -98,9 +98,9 @@ private slots:
             "timeline[0].actions[0].state.id: cannot change");
         row("wrong platform answer", R"({ "devices": [], "platform": { "wwanService": 2 } })",
             "platform.wwanService: must be -1 to 1 (got 2)");
-        QByteArray many = R"({ "devices": [ { "name": "M" })";
+        QByteArray many = "{ \"devices\": [ { \"name\": \"M\" }";
         for (int i = 1; i < 65; ++i)
-            many += R"(, { "name": "M)" + QByteArray::number(i) + "\" }";
+            many += ", { \"name\": \"M" + QByteArray::number(i) + "\" }";
         row("65 devices", many + "] }", "devices: at most 64 devices (got 65)");
     }
     void malformedIsRefused()
