@@ -361,18 +361,6 @@ private slots:
         QCOMPARE(callCount("ZELK_DevSrv_GetDevicePort"), 1);
     }
 
-    // A status query that fails leaves the caller's value alone and says so.
-    void deviceStatus()
-    {
-        _ZELK_EN_DEVICE_STATUS out = _ZELK_EN_DEVICE_STATUS(77);
-        QCOMPARE(m_logic->GetDeviceStatus(out), 0);
-        QCOMPARE(int(out), 3);
-        out = _ZELK_EN_DEVICE_STATUS(77);
-        sim::failNext("ZELK_DevSrv_GetDevStatus");
-        QCOMPARE(m_logic->GetDeviceStatus(out), 15);
-        QCOMPARE(int(out), 77);
-    }
-
     // The radio switch asks the device first and changes only what differs; 15: no switch to turn.
     void switchRF_data()
     {
@@ -429,21 +417,6 @@ private slots:
             QCOMPARE(sim::calls("ZELK_NetSrv_SetPSState").front().args.front(), std::string("0"));
             QCOMPARE(activeDevice().offline, !fail);
             QCOMPARE(activeDevice().packetAttached, fail);
-        }
-    }
-
-    // The host's dial-up connection is ended (reason 0) when there is one, whether or not it ends.
-    void interruptServers()
-    {
-        DialupService* dialup = HostFramework::dialupService();
-        for (const int result : {0, 5}) {
-            dialup->resetCounts();
-            dialup->setConnected(true);
-            dialup->setDisconnectResult(result);
-            sim::clearCalls();
-            m_logic->InterruptServers();
-            QCOMPARE(dialup->disconnectReasons(), QList<int>{0});
-            QCOMPARE(allCallCount(), 0);
         }
     }
 
