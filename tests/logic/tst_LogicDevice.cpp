@@ -1,6 +1,6 @@
 // The logic layer's device list (taken over from the SDK's records without reading past them), the
-// choice of a device, the device and SIM status queries, against the simulated card. Radio, detach
-// and card-word texts are played through the service's suites.
+// choice of a device, the device status queries, against the simulated card. SIM status, detach and
+// card-word texts are played through the service's and plugin's suites.
 #include "DeviceMgrUILogic.h"
 #include "HostFixture.h"
 #include "HostFramework.h"
@@ -306,28 +306,6 @@ private slots:
         }
         QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
     }
-    void simStatus_data()
-    {
-        QTest::addColumn<uint>("status");
-        QTest::addColumn<bool>("fail");
-        QTest::addColumn<int>("simStatus");
-        QTest::addColumn<int>("valid");
-        QTest::newRow("0") << 0u << false << 0 << 0;
-        QTest::newRow("1") << 1u << false << 1 << 1;
-        QTest::newRow("255") << 255u << false << 255 << 0;
-        // A transient failure must not send the user to the SIM dialogs.
-        QTest::newRow("SDK fails") << 0u << true << 0 << 1;
-    }
-    void simStatus()
-    {
-        QFETCH(uint, status);
-        QFETCH(bool, fail);
-        QVERIFY(changeActiveDevice([&](sim::Device& d) { d.sim.status = status; }));
-        if (fail)
-            sim::failNext("ZELK_DevSrv_GetSimStatus", 2);
-        QTEST(m_logic->GetSimStatus(), "simStatus");
-        QTEST(m_logic->isSimValid(), "valid");
-    }
     void deviceNameAndPort_data()
     {
         QTest::addColumn<QString>("failing");
@@ -399,25 +377,6 @@ private slots:
             QCOMPARE(sim::calls("ZELK_DevSrv_SetRFSwitch").front().args.front(),
                      std::string(request ? "1" : "0"));
         QCOMPARE(activeDevice().radio.softwareOn, expected == 0 && setCalls ? request : radioOn);
-    }
-
-    // Offline and packet detach: one SDK call each (detach with state 0), 15 when the SDK refuses.
-    void offlineAndDetach()
-    {
-        for (const bool fail : {false, true}) {
-            sim::reset();
-            sim::clearCalls();
-            if (fail) {
-                sim::failNext("ZELK_DevSrv_SetOffline");
-                sim::failNext("ZELK_NetSrv_SetPSState");
-            }
-            QCOMPARE(m_logic->SetOffline(), fail ? 15 : 0);
-            QCOMPARE(m_logic->DetachGPRS(), fail ? 15 : 0);
-            QCOMPARE(callCount("ZELK_DevSrv_SetOffline"), 1);
-            QCOMPARE(sim::calls("ZELK_NetSrv_SetPSState").front().args.front(), std::string("0"));
-            QCOMPARE(activeDevice().offline, !fail);
-            QCOMPARE(activeDevice().packetAttached, fail);
-        }
     }
 
     void interruptServersWithoutContainer()
