@@ -103,7 +103,6 @@ private slots:
     void badArguments()
     {
         QFETCH(QStringList, args);
-        QFETCH(int, exitCode);
         QFETCH(QString, message);
         QTemporaryDir dir;
         QFile broken(dir.filePath(QStringLiteral("broken.json")));
@@ -113,7 +112,7 @@ private slots:
         args.replaceInStrings(QRegularExpression(QStringLiteral("^broken.json$")), broken.fileName());
         const Run run = runApp(args);
         QVERIFY(run.finished);
-        QCOMPARE(run.exitCode, exitCode);
+        QTEST(run.exitCode, "exitCode");
         QVERIFY2(run.err.contains(message), qPrintable(run.err));
         QVERIFY(run.out.isEmpty());
     }
@@ -135,16 +134,15 @@ private slots:
         QTest::addColumn<QString>("support");
         QTest::addColumn<int>("steps"); // -1: as many as the scenario has
         QTest::addColumn<QStringList>("boxes");
-        QTest::newRow("tour") << "demo.json"
-                              << "" << -1 << QStringList();
-        QTest::newRow("PIN asked at start-up") << "gsm-pin.json"
-                                               << "" << 3 << QStringList{box("IDS_PIN_CHECK_FAILED")};
+        const QString none;
+        QTest::newRow("tour") << "demo.json" << none << -1 << QStringList();
+        QTest::newRow("PIN asked at start-up")
+            << "gsm-pin.json" << none << 3 << QStringList{box("IDS_PIN_CHECK_FAILED")};
         QTest::newRow("PUK asked at start-up")
-            << "puk-locked.json"
-            << "" << 3 << QStringList{box("IDS_PIN_PUK_FAILED"), box("IDS_MAINFRM_UNLOCKPIN_SUCCESS")};
+            << "puk-locked.json" << none << 3
+            << QStringList{box("IDS_PIN_PUK_FAILED"), box("IDS_MAINFRM_UNLOCKPIN_SUCCESS")};
         QTest::newRow("PIN dialogs from the menu")
-            << "sim-dialogs.json"
-            << "" << 8
+            << "sim-dialogs.json" << none << 8
             << QStringList{box("IDS_MAINFRM_ENABLEPIN_SUCCESS"), box("IDS_MAINFRM_CHANGEPIN_SUCCESS"),
                            box("IDS_MAINFRM_DISABLEPIN_SUCCESS")};
         QTest::newRow("network-locked card, unlock allowed") << "network-locked.json"

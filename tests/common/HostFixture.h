@@ -3,7 +3,9 @@
 
 #include <QtCore/QList>
 #include <QtCore/QPointer>
+#include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QWidget>
 
@@ -51,3 +53,13 @@ private:
     QList<QPointer<QWidget>> m_before;
     QString m_lastError;
 };
+
+// What the fixture plugins of tests/hostframework/fixtureplugins were asked to do, in order.
+inline QStringList fixtureEvents()
+{
+    return qApp->property("tessaroFixtureEvents").toStringList();
+}
+inline void clearFixtureEvents()
+{
+    qApp->setProperty("tessaroFixtureEvents", QStringList());
+}

@@ -20,16 +20,6 @@ namespace {
 const char kAlphaClsid[] = "0A1F0000-0000-4000-8000-00000000A1FA";
 const int kAlphaKind = 0x5001;
 
-QStringList fixtureEvents()
-{
-    return qApp->property("tessaroFixtureEvents").toStringList();
-}
-
-void clearFixtureEvents()
-{
-    qApp->setProperty("tessaroFixtureEvents", QStringList());
-}
-
 } // namespace
 
 class tst_HostContainer : public QObject
@@ -93,16 +83,14 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("error");
 
-        QTest::newRow("no such plugin") << "NoSuchPlugin"
-                                        << "no plugin library at";
-        QTest::newRow("wrong verification text") << "FixtureBadVerification"
-                                                 << "verification data does not start";
-        QTest::newRow("not a shared library") << "FixtureGarbage"
-                                              << "cannot load";
-        QTest::newRow("path outside the plugin folder") << "../FixtureAlpha"
-                                                        << "invalid plugin name";
-        QTest::newRow("empty name") << ""
-                                    << "invalid plugin name";
+        const auto row = [](const char* name, const char* plugin, const char* error) {
+            QTest::newRow(name) << QString::fromLatin1(plugin) << QString::fromLatin1(error);
+        };
+        row("no such plugin", "NoSuchPlugin", "no plugin library at");
+        row("wrong verification text", "FixtureBadVerification", "verification data does not start");
+        row("not a shared library", "FixtureGarbage", "cannot load");
+        row("path outside the plugin folder", "../FixtureAlpha", "invalid plugin name");
+        row("empty name", "", "invalid plugin name");
     }
     void refusedLibraries()
     {
@@ -117,46 +105,40 @@ private slots:
         QCOMPARE(loaded.count(), 0);
     }
 
+    // The host starts with FixtureAlpha and FixtureBeta loaded, the default set.
     void pluginSets_data()
     {
         QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("configured"); // empty: no set for the key
-        QTest::addColumn<bool>("changed");
+        QTest::addColumn<QString>("configured");
         QTest::addColumn<QStringList>("newPlugins");
         QTest::addColumn<QStringList>("replaced");
-
-        // The host starts with FixtureAlpha and FixtureBeta loaded, the default set.
+        const QStringList beta{"FixtureBeta"};
         QTest::newRow("smaller set for an IMSI")
-            << "IMSI262011234567890"
-            << "FixtureBeta" << true << QStringList{"FixtureBeta"} << QStringList{"FixtureBeta"};
+            << QStringLiteral("IMSI262011234567890") << beta.first() << beta << beta;
         QTest::newRow("GID set with a plugin not loaded")
-            << "GIDGroupA"
-            << "FixtureBeta,FixtureGamma" << true << QStringList{"FixtureBeta", "FixtureGamma"}
-            << QStringList{"FixtureBeta"};
+            << QStringLiteral("GIDGroupA") << QStringLiteral("FixtureBeta,FixtureGamma")
+            << QStringList{"FixtureBeta", "FixtureGamma"} << beta;
     }
     void pluginSets()
     {
         QFETCH(QString, key);
         QFETCH(QString, configured);
-        QFETCH(bool, changed);
         QFETCH(QStringList, newPlugins);
-        QFETCH(QStringList, replaced);
 
         m_host.setSetting(QStringLiteral("pluginsets"), QStringLiteral("default"),
                           QStringLiteral("FixtureAlpha,FixtureBeta"));
-        if (!configured.isEmpty())
-            m_host.setSetting(QStringLiteral("pluginsets"), key, configured);
+        m_host.setSetting(QStringLiteral("pluginsets"), key, configured);
         restartHost(); // a fresh container starts from the default set
         PluginContainer* container = HostFramework::container();
         QVERIFY(container->LoadPlugin(QStringLiteral("FixtureAlpha")));
         QVERIFY(container->LoadPlugin(QStringLiteral("FixtureBeta")));
 
-        QCOMPARE(container->IsPluginSetChanged(key), changed);
+        QVERIFY(container->IsPluginSetChanged(key));
         QStringList gotNew{"stale"};
         QStringList gotReplaced{"stale"};
         container->GetReloadPluginLists(key, gotNew, gotReplaced);
         QCOMPARE(gotNew, newPlugins);
-        QCOMPARE(gotReplaced, replaced);
+        QTEST(gotReplaced, "replaced");
         // Once the lists were handed out the set is the current one.
         QVERIFY(!container->IsPluginSetChanged(key));
         QCOMPARE(container->currentPluginSet(), newPlugins);

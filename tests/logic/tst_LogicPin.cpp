@@ -105,7 +105,6 @@ private slots:
     {
         QFETCH(int, status);
         QFETCH(bool, checkPending);
-        QFETCH(int, expected);
         sim::SimCard c = card(true);
         c.pinCheckPending = checkPending;
         c.pinStatusOverride = status;
@@ -114,7 +113,7 @@ private slots:
 
         E_DEVMGR_PIN_STATE state = kUntouched;
         QCOMPARE(m_logic->GetPinStatus(&state), 0);
-        QCOMPARE(int(state), expected);
+        QTEST(int(state), "expected");
         QCOMPARE(m_logic->GetStoredPinStatus(), status);
         QCOMPARE(callCount("ZELK_DevSrv_GetPinStatus"), 1);
         QCOMPARE(sim::calls("ZELK_DevSrv_GetPinStatus").front().args.front(), std::string("0"));
@@ -155,7 +154,6 @@ private slots:
         QFETCH(int, failures);
         QFETCH(int, pinResult);
         QFETCH(int, pukResult);
-        QFETCH(int, sdkCalls);
         setCard(pukAsked ? card(true, 0, false, 6) : card(true, 2));
         for (int puk = 0; puk < 2; ++puk) {
             m_logic->init();
@@ -166,7 +164,7 @@ private slots:
                 sim::failNext("ZELK_DevSrv_GetPinStatus", failures);
             QCOMPARE(puk ? m_logic->GetPUKRetryTimes() : m_logic->GetPINRetryTimes(),
                      puk ? pukResult : pinResult);
-            QCOMPARE(callCount("ZELK_DevSrv_GetPinStatus"), sdkCalls);
+            QTEST(callCount("ZELK_DevSrv_GetPinStatus"), "sdkCalls");
             QCOMPARE(m_logic->GetStoredPinStatus(), failures >= 3 ? 0 : (pukAsked ? 3 : 2));
             QCOMPARE(m_logic->m_iRetryTimes, failures >= 3 ? -99 : (pukAsked ? 6 : 2));
         }
@@ -187,9 +185,6 @@ private slots:
     {
         QFETCH(int, state);
         QFETCH(int, failures);
-        QFETCH(int, retryTimes);
-        QFETCH(int, retryCalls);
-        QFETCH(int, lockedState);
         QVERIFY(changeActiveDevice([&](sim::Device& d) {
             d.cardLock.state = ZELK_CARD_LOCK_LOCKED;
             d.cardLock.attempts = 7;
@@ -197,14 +192,14 @@ private slots:
         sim::clearCalls();
         if (failures > 0)
             sim::failNext("ZELK_DevSrv_GetCardLockStatus", failures);
-        QCOMPARE(m_logic->GetCardRetryTimes(), retryTimes);
-        QCOMPARE(callCount("ZELK_DevSrv_GetCardLockStatus"), retryCalls);
+        QTEST(m_logic->GetCardRetryTimes(), "retryTimes");
+        QTEST(callCount("ZELK_DevSrv_GetCardLockStatus"), "retryCalls");
         QVERIFY(changeActiveDevice([&](sim::Device& d) { d.cardLock.state = state; }));
         sim::clearCalls();
         sim::clearForcedResults();
         if (failures >= 3)
             sim::failNext("ZELK_DevSrv_GetCardLockStatus", 3);
-        QCOMPARE(m_logic->GetCardLockedState(), lockedState);
+        QTEST(m_logic->GetCardLockedState(), "lockedState");
         QCOMPARE(callCount("ZELK_DevSrv_GetCardLockStatus"), 1);
     }
     void cardCustomization_data()
@@ -212,10 +207,10 @@ private slots:
         QTest::addColumn<QString>("value");
         QTest::addColumn<bool>("write");
         QTest::addColumn<int>("expected");
-        // A fresh settings file: the key is not there yet.
+        // The other values are played by the SIM dialog suite's card-lock stories. A fresh settings
+        // file: the key is not there yet.
         QTest::newRow("missing") << QString() << false << 3;
         QTest::newRow("0 support unlock") << "0" << true << 0;
-        QTest::newRow("3 exit") << "3" << true << 3;
         QTest::newRow("7") << "7" << true << 3;
         QTest::newRow("padded 1") << " 1" << true << 3;
     }
@@ -223,11 +218,12 @@ private slots:
     {
         QFETCH(QString, value);
         QFETCH(bool, write);
-        QFETCH(int, expected);
         if (write)
             m_host.setSetting(QStringLiteral("support"), QStringLiteral("type"), value);
-        QCOMPARE(m_logic->GetCardCustomization(), expected);
+        QTEST(m_logic->GetCardCustomization(), "expected");
     }
+    // Right and wrong codes are played through the dialogs; here each request reaches its own SDK
+    // function with the SIM index (the unlock code masked in the record), and bad lengths none.
     void processPinDispatch_data()
     {
         QTest::addColumn<int>("request");
@@ -235,14 +231,10 @@ private slots:
         QTest::addColumn<int>("expected");
         QTest::addColumn<QString>("sdkFunction"); // the one code-taking SDK call expected, or empty
         QTest::newRow("verify") << int(DEVMGR_PIN_VERIFY) << "1234" << 0 << "ZELK_DevSrv_VerifyPin";
-        QTest::newRow("enable") << int(DEVMGR_PIN_ENABLE) << "1234" << 0 << "ZELK_DevSrv_EnablePin";
         QTest::newRow("disable") << int(DEVMGR_PIN_DISABLE) << "1234" << 0 << "ZELK_DevSrv_DisablePin";
+        QTest::newRow("enable") << int(DEVMGR_PIN_ENABLE) << "1234" << 0 << "ZELK_DevSrv_EnablePin";
         QTest::newRow("card lock") << int(DEVMGR_CARD_LOCK) << "12345678" << 0
                                    << "ZELK_DevSrv_VerifyCardLock";
-        QTest::newRow("verify, wrong PIN")
-            << int(DEVMGR_PIN_VERIFY) << "9999" << 1 << "ZELK_DevSrv_VerifyPin";
-        QTest::newRow("card lock, wrong")
-            << int(DEVMGR_CARD_LOCK) << "87654321" << 1 << "ZELK_DevSrv_VerifyCardLock";
         QTest::newRow("verify, short") << int(DEVMGR_PIN_VERIFY) << "123" << 1 << "";
         QTest::newRow("enable, long") << int(DEVMGR_PIN_ENABLE) << "123456789" << 1 << "";
         QTest::newRow("disable, long") << int(DEVMGR_PIN_DISABLE) << "123456789" << 1 << "";
@@ -254,7 +246,6 @@ private slots:
     {
         QFETCH(int, request);
         QFETCH(QString, code);
-        QFETCH(int, expected);
         QFETCH(QString, sdkFunction);
         // PIN on and entered: each request has something to do on this card.
         sim::SimCard c = card(request != DEVMGR_PIN_ENABLE, 3, request != DEVMGR_PIN_ENABLE);
@@ -263,7 +254,7 @@ private slots:
         sim::clearCalls();
 
         int retries = 0;
-        QCOMPARE(m_logic->ProcessPIN(code, retries, E_DEVMGR_PIN_STATE(request)), expected);
+        QTEST(m_logic->ProcessPIN(code, retries, E_DEVMGR_PIN_STATE(request)), "expected");
         for (const char* function :
              {"ZELK_DevSrv_VerifyPin", "ZELK_DevSrv_EnablePin", "ZELK_DevSrv_DisablePin",
               "ZELK_DevSrv_VerifyCardLock", "ZELK_DevSrv_UnblockPin", "ZELK_DevSrv_ChangePin"})
@@ -274,20 +265,6 @@ private slots:
             QCOMPARE(sim::calls(sdkFunction.toStdString()).front().args.front(),
                      std::string(request == DEVMGR_CARD_LOCK ? "****" : "0"));
     }
-    // The attempts after a failed enable or disable: one fewer, and the PUK after the last one.
-    void enableDisableErrorBookkeeping()
-    {
-        for (const QPoint& p : {QPoint(3, 2), QPoint(1, 0), QPoint(0, -1)}) {
-            m_logic->init();
-            m_logic->m_iRetryTimes = p.x();
-            sim::clearCalls();
-            m_logic->handleEnableDisableErrorCondition();
-            QCOMPARE(m_logic->m_iRetryTimes, p.y());
-            QCOMPARE(m_logic->GetStoredPinStatus(), p.x() == 1 ? 3 : 0);
-            QCOMPARE(allCallCount(), 0);
-        }
-    }
-
     void enableStatusReadFails()
     {
         setCard(card(false));
@@ -301,22 +278,6 @@ private slots:
         QCOMPARE(m_logic->m_iRetryTimes, -1);
         QCOMPARE(spy.count(), 1);
         QCOMPARE(int(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>()), 8);
-    }
-    void pinStateChangedQueued()
-    {
-        // The service receives the signal through a queued connection from wherever it is raised.
-        setCard(card(true, 1, true));
-        QObject receiver;
-        QList<E_DEVMGR_PIN_STATE> received;
-        connect(
-            m_logic, &DeviceMgrUILogic::PinStateChanged, &receiver,
-            [&](E_DEVMGR_PIN_STATE state) { received << state; }, Qt::QueuedConnection);
-        int out = 0;
-        QCOMPARE(m_logic->ModifyPIN(QStringLiteral("4321"), QStringLiteral("5678"), out), 1);
-        QVERIFY(received.isEmpty());
-        QTRY_COMPARE(received.size(), 1);
-        QCOMPARE(received.front(), DEVMGR_UNLOCK_PIN);
-        QCOMPARE(m_logic->GetStoredPinStatus(), 3);
     }
     void unlockPin_data()
     {

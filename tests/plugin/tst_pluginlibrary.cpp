@@ -55,11 +55,6 @@ private slots:
         QCOMPARE(ui->GetPluginName(), QStringLiteral("DeviceMgrUI"));
         QVERIFY(qobject_cast<INotify*>(root.data()));
 
-        // The service comes from the plugin's own copy of the code and answers IDeviceMgr.
-        QObject* service = nullptr;
-        QVERIFY(ui->QueryInterface(4097, &service));
-        QVERIFY(qobject_cast<IDeviceMgr*>(service));
-        ui->OnDestroy();
         delete root.data();
         QVERIFY(root.isNull());
         // A new object after the old one died.
@@ -84,7 +79,6 @@ private slots:
     void exportsOnlyTheEntryPoints()
     {
         QFETCH(QByteArray, symbol);
-        QFETCH(bool, exported);
         void* handle = dlopen(kPluginFile, RTLD_NOW | RTLD_LOCAL);
         QVERIFY2(handle, dlerror());
         // dlsym on a handle searches the library and its dependencies; ask where the symbol lives.
@@ -95,7 +89,7 @@ private slots:
             if (dladdr(address, &info) && info.dli_fname)
                 inPlugin = QByteArray(info.dli_fname).endsWith("libDeviceMgrUIPlugin.so");
         }
-        QCOMPARE(inPlugin, exported);
+        QTEST(inPlugin, "exported");
         dlclose(handle);
     }
 

@@ -5,10 +5,7 @@
 #include "sim/SimControl.h"
 
 #include <QtCore/QList>
-#include <QtCore/QPair>
-#include <QtCore/QThread>
 
-#include <cstring>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -19,7 +16,6 @@ struct Seen
 {
     zelk::Registry registry;
     int event;
-    std::vector<uint32_t> words;
     std::thread::id thread;
 };
 
@@ -33,20 +29,10 @@ public:
         return r;
     }
 
-    void add(zelk::Registry registry, int event, const void* data)
+    void add(zelk::Registry registry, int event)
     {
-        Seen s{registry, event, {}, std::this_thread::get_id()};
-        if (data) {
-            // Every event the card sends with data carries at least one word; device lists are big.
-            const std::size_t words = (event == ZELK_EVENT_DEV_LIST_CHANGED ||
-                                       event == ZELK_EVENT_DEV_REJECT || event == ZELK_EVENT_DEV_DETECTED)
-                                          ? 1
-                                          : (event == ZELK_EVENT_DEV_RF_SWITCH ? 2 : 1);
-            s.words.resize(words);
-            std::memcpy(s.words.data(), data, words * sizeof(uint32_t));
-        }
         std::lock_guard<std::mutex> lock(m_mutex);
-        m_seen.push_back(s);
+        m_seen.push_back(Seen{registry, event, std::this_thread::get_id()});
     }
 
     std::vector<Seen> seen()
@@ -75,41 +61,28 @@ private:
     std::vector<Seen> m_seen;
 };
 
-inline int onInit(int event, void* data)
+// The recorder's callback for one registry.
+template<zelk::Registry R>
+int on(int event, void*)
 {
-    Recorder::instance().add(zelk::Registry::DevInit, event, data);
-    return 1;
-}
-inline int onDevMgr(int event, void* data)
-{
-    Recorder::instance().add(zelk::Registry::DevMgr, event, data);
-    return 1;
-}
-inline int onMulti(int event, void* data)
-{
-    Recorder::instance().add(zelk::Registry::MultiDevice, event, data);
-    return 1;
-}
-inline int onCall(int event, void* data)
-{
-    Recorder::instance().add(zelk::Registry::Call, event, data);
+    Recorder::instance().add(R, event);
     return 1;
 }
 
 inline void registerAll()
 {
-    ZELK_DevSrv_RegisterDevInitEventCallback(onInit);
-    ZELK_DevSrv_RegisterDevMgrCallback(onDevMgr);
-    ZELK_DevSrv_RegisterMultiDeviceEventCallback(onMulti);
-    ZELK_CallSrv_RegisterCallEventHandler(onCall);
+    ZELK_DevSrv_RegisterDevInitEventCallback(on<zelk::Registry::DevInit>);
+    ZELK_DevSrv_RegisterDevMgrCallback(on<zelk::Registry::DevMgr>);
+    ZELK_DevSrv_RegisterMultiDeviceEventCallback(on<zelk::Registry::MultiDevice>);
+    ZELK_CallSrv_RegisterCallEventHandler(on<zelk::Registry::Call>);
 }
 
 inline void unregisterAll()
 {
-    ZELK_DevSrv_UnRegisterDevInitEventCallback(onInit);
-    ZELK_DevSrv_UnRegisterDevMgrCallback(onDevMgr);
-    ZELK_DevSrv_UnRegisterMultiDeviceEventCallback(onMulti);
-    ZELK_CallSrv_UnRegisterCallEventHandler(onCall);
+    ZELK_DevSrv_UnRegisterDevInitEventCallback(on<zelk::Registry::DevInit>);
+    ZELK_DevSrv_UnRegisterDevMgrCallback(on<zelk::Registry::DevMgr>);
+    ZELK_DevSrv_UnRegisterMultiDeviceEventCallback(on<zelk::Registry::MultiDevice>);
+    ZELK_CallSrv_UnRegisterCallEventHandler(on<zelk::Registry::Call>);
 }
 
 // A device with its id set, starting from the card's default.

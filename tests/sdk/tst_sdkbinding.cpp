@@ -13,6 +13,7 @@ class tst_SdkBinding : public QObject
     Q_OBJECT
 
 private slots:
+    // Sizes, and the offsets a reordered or repacked field would move.
     void recordLayout_data()
     {
         QTest::addColumn<int>("actual");
@@ -22,31 +23,22 @@ private slots:
         };
         row("DEVICE_INFO size", sizeof(_ZELK_ST_DEVICE_INFO), 136);
         row("DEVICE_INFO port", offsetof(_ZELK_ST_DEVICE_INFO, nPort), 0);
-        row("DEVICE_INFO protocol", offsetof(_ZELK_ST_DEVICE_INFO, nProtocol), 4);
         row("DEVICE_INFO name", offsetof(_ZELK_ST_DEVICE_INFO, szName), 8);
         row("MULTI_DEVICE_INFO size", sizeof(_ZELK_ST_MULTI_DEVICE_INFO), 4 + 64 * 136);
-        row("MULTI_DEVICE_INFO count", offsetof(_ZELK_ST_MULTI_DEVICE_INFO, nDevNum), 0);
-        row("MULTI_DEVICE_INFO devices", offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo), 4);
         row("MULTI_DEVICE_INFO second device", offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo[1]), 140);
         row("GID size", sizeof(_ZELK_ST_GID_INFO), 1032);
-        row("GID gid1 text", offsetof(_ZELK_ST_GID_INFO, szGID1), 0);
-        row("GID gid1 length", offsetof(_ZELK_ST_GID_INFO, nGID1Len), 512);
         row("GID gid2 text", offsetof(_ZELK_ST_GID_INFO, szGID2), 516);
         row("GID gid2 length", offsetof(_ZELK_ST_GID_INFO, nGID2Len), 1028);
         row("RF_SWITCH size", sizeof(_ZELK_ST_RF_SWITCH), 8);
-        row("RF_SWITCH state", offsetof(_ZELK_ST_RF_SWITCH, nRFState), 0);
         row("RF_SWITCH support", offsetof(_ZELK_ST_RF_SWITCH, nSupport), 4);
         row("RF event software word", offsetof(_ZELK_ST_RF_SWITCH_EVENT, nSwState), 0);
         row("RF event hardware word", offsetof(_ZELK_ST_RF_SWITCH_EVENT, nHwState), 4);
         row("ESN size", sizeof(_ZELK_ST_ESN_INFO), 64);
-        row("ESN esn", offsetof(_ZELK_ST_ESN_INFO, szESN), 0);
         row("ESN meid", offsetof(_ZELK_ST_ESN_INFO, szMEID), 32);
         row("SERVICE_NUMBER size", sizeof(_ZELK_ST_SERVICE_NUMBER), 46);
-        row("SERVICE_NUMBER mdn", offsetof(_ZELK_ST_SERVICE_NUMBER, szMDN), 0);
         row("SERVICE_NUMBER min", offsetof(_ZELK_ST_SERVICE_NUMBER, szMIN), 17);
         row("SERVICE_NUMBER sid", offsetof(_ZELK_ST_SERVICE_NUMBER, szSID), 40);
         row("IMSI size (six words)", sizeof(_ZELK_ST_IMSI_INFO), 24);
-        row("IMSI text", offsetof(_ZELK_ST_IMSI_INFO, szImsi), 0);
         row("result", sizeof(ZELK_RESULT), 4);
         row("device status is one word", sizeof(_ZELK_EN_DEVICE_STATUS), 4);
         row("verification state is one word", sizeof(_ZELK_EN_VERIFYINDSTATE), 4);
@@ -55,8 +47,7 @@ private slots:
     void recordLayout()
     {
         QFETCH(int, actual);
-        QFETCH(int, expected);
-        QCOMPARE(actual, expected);
+        QTEST(actual, "expected");
     }
     // Another implementation replaces the library by path, so every function must be found by its plain
     // C name in the library file itself.

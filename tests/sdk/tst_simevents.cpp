@@ -1,10 +1,12 @@
-// Simulated data card: the events each situation sends, in order, on the SDK's own thread; the promise
-// of unregistration under concurrent use; typed codes masked in its call record; bad input refused.
+// Simulated data card: the events each situation sends, in order, on the SDK's own thread; a callback
+// that unregisters itself; typed codes masked in its call record; bad input refused. That no callback
+// runs after its unregistration returned is played by the service's tear-down under a storm.
 #include "SdkTestSupport.h"
 
 #include <QtTest/QtTest>
 
 #include <atomic>
+#include <cstring>
 
 using namespace zelk::sim;
 using sdktest::Recorder;
@@ -27,32 +29,11 @@ QString tagged(const std::vector<sdktest::Seen>& seen)
     return parts.join(' ');
 }
 
-std::atomic<bool> g_afterUnregister[4];
-std::atomic<int> g_lateCalls{0};
-std::atomic<int> g_calls[4];
-
-template<int N>
-int stressCallback(int, void*)
-{
-    if (g_afterUnregister[N].load()) {
-        ++g_lateCalls;
-    }
-    ++g_calls[N];
-    return 1;
-}
-
 std::atomic<int> g_selfCalls{0};
 int unregistersItself(int, void*)
 {
     ++g_selfCalls;
     ZELK_DevSrv_UnRegisterDevMgrCallback(unregistersItself);
-    return 1;
-}
-
-std::atomic<int> g_waitAnswer{-1};
-int waitsInside(int, void*)
-{
-    g_waitAnswer = waitForIdle(1000) ? 1 : 0;
     return 1;
 }
 
@@ -103,7 +84,6 @@ private slots:
     void eventOrder()
     {
         QFETCH(QString, situation);
-        QFETCH(QString, expected);
 
         Device a = modem("a", 3);
         Device b = modem("b", 4);
@@ -163,7 +143,7 @@ private slots:
             QFAIL("unknown situation");
         }
         QVERIFY(waitForIdle());
-        QCOMPARE(tagged(Recorder::instance().seen()), expected);
+        QTEST(tagged(Recorder::instance().seen()), "expected");
     }
     void deliveredOnTheSdkThread()
     {
@@ -179,47 +159,6 @@ private slots:
             QVERIFY(s.thread == deliveryThread());
         }
     }
-    // Four threads each register their own callback, let a fifth thread flood events, unregister and
-    // raise a flag right after: the callback must never find the flag raised.
-    void noCallAfterUnregistration()
-    {
-        ZELK_EVENT_CALLBACK callbacks[4] = {stressCallback<0>, stressCallback<1>, stressCallback<2>,
-                                            stressCallback<3>};
-        g_lateCalls = 0;
-        std::atomic<bool> stop{false};
-        std::thread flood([&] {
-            while (!stop.load()) {
-                injectEvent(zelk::Registry::DevMgr, ZELK_EVENT_DEV_POWER, {1});
-                waitForIdle(100);
-            }
-        });
-        std::vector<std::thread> workers;
-        for (int n = 0; n < 4; ++n) {
-            workers.emplace_back([&, n] {
-                for (int round = 0; round < 150; ++round) {
-                    g_afterUnregister[n] = false;
-                    ZELK_DevSrv_RegisterDevMgrCallback(callbacks[n]);
-                    const int before = g_calls[n].load();
-                    while (g_calls[n].load() == before && round % 10 == 0) {
-                        std::this_thread::yield(); // now and then make sure a call really raced us
-                    }
-                    ZELK_DevSrv_UnRegisterDevMgrCallback(callbacks[n]);
-                    g_afterUnregister[n] = true;
-                }
-            });
-        }
-        for (std::thread& t : workers) {
-            t.join();
-        }
-        stop = true;
-        flood.join();
-        QVERIFY(waitForIdle());
-        QCOMPARE(g_lateCalls.load(), 0);
-        for (int n = 0; n < 4; ++n) {
-            QVERIFY(g_calls[n].load() >= 15);
-        }
-        QCOMPARE(callbackCount(zelk::Registry::DevMgr), 1); // only the recorder's is left
-    }
     void callbackMayUnregisterItself()
     {
         g_selfCalls = 0;
@@ -232,15 +171,6 @@ private slots:
         QCOMPARE(ZELK_DevSrv_UnRegisterDevMgrCallback(unregistersItself), ZELK_ERROR_FAILURE);
         // The recorder, registered before, saw all three.
         QCOMPARE(Recorder::instance().events(), (QList<int>{6616, 6616, 6616}));
-    }
-    void waitForIdleRefusesInsideACallback()
-    {
-        g_waitAnswer = -1;
-        ZELK_DevSrv_RegisterDevMgrCallback(waitsInside);
-        sendPowerEvent(1);
-        QVERIFY(waitForIdle());
-        ZELK_DevSrv_UnRegisterDevMgrCallback(waitsInside);
-        QCOMPARE(g_waitAnswer.load(), 0);
     }
     void typedCodesAreMaskedInTheCallRecord()
     {

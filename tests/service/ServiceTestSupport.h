@@ -136,6 +136,19 @@ inline int callCount(const char* function)
     return static_cast<int>(zelk::sim::calls(function).size());
 }
 
+inline zelk::sim::Device activeDevice()
+{
+    zelk::sim::Device d;
+    zelk::sim::findDevice(zelk::sim::activeDeviceId(), &d);
+    return d;
+}
+
+// Deletes what the service scheduled for deletion, so a replaced dialog is really gone.
+inline void flushDeletes()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 // Ends a test: no callback left registered, nothing queued, the singleton gone.
 inline void stopService()
 {

@@ -5,6 +5,7 @@
 
 #include "ServiceTestSupport.h"
 
+#include "CommonUtils.h"
 #include "HostServiceObjects.h"
 #include "SimWidgets.h"
 
@@ -130,12 +131,8 @@ inline QString info(const QString& text, const QString& parent = QStringLiteral(
     return QStringLiteral("%1 1 %2 | IDS_MAINFRM_PROMPT | %3 | IDS_OK").arg(function, parent, text);
 }
 
-inline zelk::sim::Device activeDevice()
-{
-    zelk::sim::Device d;
-    zelk::sim::findDevice(zelk::sim::activeDeviceId(), &d);
-    return d;
-}
+using svc::activeDevice;
+using svc::flushDeletes;
 
 // The active card with its PIN request on and not yet entered: the SIM asks for the PIN.
 inline void pinRequired(int pinAttempts = 3, int pukAttempts = 10)
@@ -182,10 +179,42 @@ inline bool startupPinCheck()
     return svc::settle(svc::g_handled.load() + 1);
 }
 
-// Deletes what the service scheduled for deletion, so a replaced dialog is really gone.
-inline void flushDeletes()
+// Starts the service and brings up one SIM dialog the way the user meets it: "verify" and "puk" at
+// the start-up check, "cardlock" at the card's lock event (6013) with unlocking allowed, "enable",
+// "disable" and "change" from the menu. `attempts` (-1: the card's default) are left of the code it
+// asks for. Returns the dialog's object name.
+inline QString openSimDialog(CDeviceMgrService*& service, const QString& which, int attempts = -1)
 {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    const int n = attempts < 0 ? 3 : attempts;
+    if (which == QLatin1String("verify") || which == QLatin1String("puk")) {
+        const bool isPuk = which == QLatin1String("puk");
+        pinRequired(isPuk ? 0 : n, isPuk && attempts >= 0 ? attempts : 10);
+        if ((service = startService()))
+            startupPinCheck();
+        return isPuk ? kPukDlg : kVerifyDlg;
+    }
+    if (which == QLatin1String("cardlock")) {
+        CommonUtils::SetSettings(QStringLiteral("support"), QStringLiteral("type"), QStringLiteral("0"));
+        cardLock(1, attempts < 0 ? 5 : attempts);
+        if ((service = startService())) {
+            svc::inject(ZELK_EVENT_DEV_CARD_LOCK);
+            svc::settle(svc::g_handled.load() + 1);
+        }
+        return kPinDlg;
+    }
+    zelk::sim::Device d = activeDevice();
+    d.sim.pinAttempts = n;
+    if (which != QLatin1String("enable"))
+        d.sim.pinEnabled = d.sim.pinVerified = true;
+    zelk::sim::updateDevice(d);
+    if (!(service = startService()))
+        return QString();
+    if (which == QLatin1String("change")) {
+        service->ModifyPIN();
+        return kModifyDlg;
+    }
+    which == QLatin1String("enable") ? service->EnablePIN() : service->DisablePIN();
+    return kPinDlg;
 }
 
 } // namespace simtest
