@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets with clang (in build-fuzz) and runs each one for a bounded time on
-# its seed corpus from fuzz/corpus/. New inputs the fuzzer finds go to a temporary folder, crash
+# its starting corpus from fuzz/corpus/. New inputs the fuzzer finds go to a temporary folder, crash
 # reproducers to build-fuzz/fuzz/. Usage: scripts/fuzz.sh [seconds per target, default 25]
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -41,10 +41,10 @@ QString writeFile(const QTemporaryDir& dir, const QString& name, const QByteArra
 }
 
 // A group "G" of tests written "GID1 2 1 and 80" (kind, byte, result, method, mask), ';'-separated.
-QByteArray gidFile(const QByteArray& spec, const QByteArray& name = "G")
+QByteArray gidFile(const QByteArray& rules, const QByteArray& name = "G")
 {
     QByteArray tests;
-    for (const QByteArray& t : spec.split(';')) {
+    for (const QByteArray& t : rules.split(';')) {
         const QList<QByteArray> f = t.split(' ');
         if (f.size() == 5)
             tests += "<" + f[0] + " byte=\"" + f[1] + "\" result=\"" + f[2] + "\" method=\"" + f[3] + "\">" +
