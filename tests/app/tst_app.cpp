@@ -73,15 +73,6 @@ private slots:
         QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
     }
 
-    void help()
-    {
-        const Run run = runApp({QStringLiteral("--help")});
-        QVERIFY(run.finished);
-        QCOMPARE(run.exitCode, 0);
-        QVERIFY(run.out.contains(QLatin1String("--scenario")));
-        QVERIFY(run.out.contains(QLatin1String("--demo")));
-    }
-
     // Bad arguments and a malformed scenario stop the application before anything starts, naming
     // what is wrong.
     void badArguments_data()
@@ -90,12 +81,9 @@ private slots:
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("message");
         QTest::newRow("unknown option") << QStringList{"--bogus"} << 2 << "bogus";
-        QTest::newRow("stray argument") << QStringList{"extra"} << 2 << "extra";
         QTest::newRow("missing scenario")
             << QStringList{"--scenario", "/nonexistent/s.json"} << 2 << "/nonexistent/s.json";
-        QTest::newRow("scenario without file") << QStringList{"--scenario"} << 2 << "scenario";
         QTest::newRow("language") << QStringList{"--lang", "fr"} << 2 << "fr";
-        QTest::newRow("quit-after") << QStringList{"--quit-after", "soon"} << 2 << "soon";
         QTest::newRow("plugin root") << QStringList{"--plugin-root", "/"} << 2 << "plugins";
         QTest::newRow("malformed scenario")
             << QStringList{"--scenario", "broken.json"} << 1 << "broken.json: devices[0]";
@@ -136,8 +124,6 @@ private slots:
         QTest::addColumn<QStringList>("boxes");
         const QString none;
         QTest::newRow("tour") << "demo.json" << none << -1 << QStringList();
-        QTest::newRow("PIN asked at start-up")
-            << "gsm-pin.json" << none << 3 << QStringList{box("IDS_PIN_CHECK_FAILED")};
         QTest::newRow("PUK asked at start-up")
             << "puk-locked.json" << none << 3
             << QStringList{box("IDS_PIN_PUK_FAILED"), box("IDS_MAINFRM_UNLOCKPIN_SUCCESS")};

@@ -44,9 +44,8 @@ public:
     QList<int> events()
     {
         QList<int> result;
-        for (const Seen& s : seen()) {
+        for (const Seen& s : seen())
             result << s.event;
-        }
         return result;
     }
 
@@ -101,13 +100,11 @@ inline void setDevices(const std::vector<zelk::sim::Device>& devices, const std:
     zelk::sim::reset();
     zelk::sim::removeDevice(zelk::sim::defaultDevice().id);
     zelk::sim::waitForIdle();
-    for (const zelk::sim::Device& d : devices) {
+    for (const zelk::sim::Device& d : devices)
         zelk::sim::attachDevice(d);
-    }
     zelk::sim::waitForIdle();
-    if (!active.empty()) {
+    if (!active.empty())
         zelk::sim::selectDevice(active);
-    }
     zelk::sim::waitForIdle();
     Recorder::instance().clear();
     zelk::sim::clearCalls();

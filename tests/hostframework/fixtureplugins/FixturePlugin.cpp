@@ -99,7 +99,6 @@ public:
     }
 };
 
-#if FIXTURE_EXPORTS
 extern "C" Q_DECL_EXPORT QObject* qt_plugin_instance()
 {
     static QPointer<QObject> instance;
@@ -116,12 +115,5 @@ extern "C" Q_DECL_EXPORT const char* qt_plugin_query_verification_data()
     return "pattern=QT_PLUGIN_VERIFICATION_DATA\nversion=4.6.2\ndebug=false\nbuildkey=fixture";
 #endif
 }
-#else
-// A library of the right name that is no plugin at all.
-extern "C" Q_DECL_EXPORT int fixture_not_a_plugin()
-{
-    return 42;
-}
-#endif
 
 #include "FixturePlugin.moc"
