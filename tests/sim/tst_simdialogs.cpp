@@ -358,8 +358,6 @@ private slots:
             {"enable", 1, {wrong}, {locked, at("IDS_PIN_ENABLE_FAILED", P)}, {U}, {bc(579)}});
         row("disable, right PIN",
             {"disable", 3, {right}, {at("IDS_MAINFRM_DISABLEPIN_SUCCESS", main)}, {}, {}});
-        row("disable, last attempt wrong: PUK",
-            {"disable", 1, {wrong}, {locked, at("IDS_PIN_DISABLE_FAILED", P)}, {U}, {bc(579)}});
         // Differing new PINs never reach the SIM; the PUK dialog leaves the entry to be corrected.
         const Entries differ = puk("12345678", "1111", "2222");
         row("PUK, new PINs differ",
@@ -495,7 +493,6 @@ private slots:
                                 << answer;
         };
         row("verify, No", "verify", "cancel", 0);
-        row("unlock code, No", "cardlock", "cancel", 0);
         row("unlock code, Yes", "cardlock", "cancel", 1024);
         row("close button, Yes", "verify", "close", 1024);
         row("Escape, Yes", "verify", "escape", 1024);
