@@ -192,7 +192,6 @@ private slots:
         for (int i = 0; i < 3; ++i)
             xml += lengths[i] == "-" ? "" : QString("<%1 length=\"%2\">1</%1>").arg(tags[i], lengths[i]);
         open(xml.toLatin1());
-        QCOMPARE(item<QLabel>("LabelMIN-")->text(), QStringLiteral("IDS_ACTIVE_OTKSL_MIN_PROMPT"));
         if (!row[1].isEmpty())
             simtest::type(prlEntry(), path);
         for (int i = 0; i < 3; ++i)
@@ -223,7 +222,6 @@ private slots:
                 for (QWidget* w : QApplication::topLevelWidgets())
                     chooser = chooser ? chooser : qobject_cast<QFileDialog*>(w);
                 QVERIFY(chooser);
-                QCOMPARE(chooser->windowTitle(), QStringLiteral("IDS_OPEN_PRL_FILE"));
                 chooser->selectFile(accept ? file.fileName() : files.path());
                 QMetaObject::invokeMethod(chooser, accept ? "accept" : "reject");
             });
