@@ -5,11 +5,16 @@
 
 #include "ServiceTestSupport.h"
 
+#include "Change.h"
 #include "CommonUtils.h"
+#include "HostFixture.h"
 #include "HostServiceObjects.h"
+#include "PluginContainer.h"
 #include "SimWidgets.h"
 
+#include <QtCore/QMap>
 #include <QtCore/QStringList>
+#include <QtGui/QClipboard>
 #include <QtTest/QtTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
@@ -105,22 +110,17 @@ inline void click(QAbstractButton* b)
     QTest::mouseClick(b, Qt::LeftButton);
 }
 
-// A message box as one line: "function icon parent | title | text | buttons".
-inline QString describe(const HostFramework::MessageRecord& r)
-{
-    return QStringLiteral("%1 %2 %3 | %4 | %5 | %6")
-        .arg(r.function)
-        .arg(r.icon)
-        .arg(r.parentName.isEmpty() ? QStringLiteral("-") : r.parentName)
-        .arg(r.title, r.text, r.buttons.join(QLatin1Char(',')));
-}
-
+// The message boxes shown, one a line: "function icon parent | title | text | buttons".
 inline QStringList messages()
 {
     QStringList out;
     const auto records = HostFramework::messageRecords();
     for (const auto& r : records)
-        out << describe(r);
+        out << QStringLiteral("%1 %2 %3 | %4 | %5 | %6")
+                   .arg(r.function)
+                   .arg(r.icon)
+                   .arg(r.parentName.isEmpty() ? QStringLiteral("-") : r.parentName)
+                   .arg(r.title, r.text, r.buttons.join(QLatin1Char(',')));
     return out;
 }
 
@@ -129,6 +129,23 @@ inline QString info(const QString& text, const QString& parent = QStringLiteral(
                     const QString& function = QStringLiteral("ShowMessage"))
 {
     return QStringLiteral("%1 1 %2 | IDS_MAINFRM_PROMPT | %3 | IDS_OK").arg(function, parent, text);
+}
+
+// The question over `dialogName` before a pending entry is abandoned.
+inline QString question(const QString& dialogName,
+                        const QString& key = QStringLiteral("IDS_MAINFRM_PIN_CANCELPROMPT"))
+{
+    return QStringLiteral("ShowMessage 4 %1 | IDS_MAINFRM_PROMPT | %2 | IDS_YES,IDS_NO").arg(dialogName, key);
+}
+
+// The SDK function that takes the code typed into the dialog openSimDialog(`which`) brings up.
+inline const char* jobFunction(const QString& which)
+{
+    static const QMap<QString, const char*> functions{
+        {"verify", "ZELK_DevSrv_VerifyPin"},   {"enable", "ZELK_DevSrv_EnablePin"},
+        {"disable", "ZELK_DevSrv_DisablePin"}, {"puk", "ZELK_DevSrv_UnblockPin"},
+        {"change", "ZELK_DevSrv_ChangePin"},   {"cardlock", "ZELK_DevSrv_VerifyCardLock"}};
+    return functions.value(which);
 }
 
 using svc::activeDevice;
@@ -172,11 +189,29 @@ inline CDeviceMgrService* startService(bool frameShown = true)
     return service;
 }
 
-// The SDK's start-up PIN check event (6011), as the card sends it, handled on the GUI thread.
+// One SDK event as the card sends it, handled on the GUI thread.
+inline bool handle(int event)
+{
+    svc::inject(event);
+    return svc::settle(svc::g_handled.load() + 1);
+}
+
+// The SDK's start-up PIN check event (6011).
 inline bool startupPinCheck()
 {
-    svc::inject(ZELK_EVENT_DEV_PIN_CHECK);
-    return svc::settle(svc::g_handled.load() + 1);
+    return handle(ZELK_EVENT_DEV_PIN_CHECK);
+}
+
+// The platform asks for the WWAN wait (IsWin7 answers 0) and gives these answers to the polls.
+inline void waitingPlatform(bool ready, int readyAfterPolls = 0, int service = 1, int pollDelayMs = 0)
+{
+    zelk::sim::Platform p = zelk::sim::platform();
+    p.isWin7 = ZELK_ERROR_SUCCESS;
+    p.wwanReady = ready;
+    p.wwanReadyAfterPolls = readyAfterPolls;
+    p.wwanService = service;
+    p.wwanPollDelayMs = pollDelayMs;
+    zelk::sim::setPlatform(p);
 }
 
 // Starts the service and brings up one SIM dialog the way the user meets it: "verify" and "puk" at
@@ -196,10 +231,8 @@ inline QString openSimDialog(CDeviceMgrService*& service, const QString& which, 
     if (which == QLatin1String("cardlock")) {
         CommonUtils::SetSettings(QStringLiteral("support"), QStringLiteral("type"), QStringLiteral("0"));
         cardLock(1, attempts < 0 ? 5 : attempts);
-        if ((service = startService())) {
-            svc::inject(ZELK_EVENT_DEV_CARD_LOCK);
-            svc::settle(svc::g_handled.load() + 1);
-        }
+        if ((service = startService()))
+            handle(ZELK_EVENT_DEV_CARD_LOCK);
         return kPinDlg;
     }
     zelk::sim::Device d = activeDevice();
@@ -216,5 +249,46 @@ inline QString openSimDialog(CDeviceMgrService*& service, const QString& which, 
     which == QLatin1String("enable") ? service->EnablePIN() : service->DisablePIN();
     return kPinDlg;
 }
+
+// The fixture of every SIM suite: the host and a fresh simulated card for each test; afterwards the
+// service stopped with no worker thread left, the main menu back and no language loaded.
+class SimSuite : public QObject
+{
+    Q_OBJECT
+
+protected:
+    HostFixture m_host;
+    CDeviceMgrService* m_service = nullptr;
+
+    void start(bool frameShown = true)
+    {
+        m_service = startService(frameShown);
+        QVERIFY(m_service);
+    }
+
+protected slots:
+    void initTestCase() { m_host.init(); }
+    void init()
+    {
+        m_host.beginTest();
+        QGuiApplication::clipboard()->setText(QStringLiteral("clipboard-before"));
+        zelk::sim::reset();
+        svc::resetHandled();
+        m_service = nullptr;
+    }
+    void cleanup()
+    {
+        svc::stopService();
+        m_service = nullptr;
+        PluginContainer* container = HostFramework::container();
+        if (!container->isRegistered(QStringLiteral("MainMenuService")))
+            container->registerService(QStringLiteral(MAINMENU_PLUGIN_CLSID), MAINMENU_PLUGIN_ID,
+                                       HostFramework::mainMenuService());
+        Change::LoadLanguage(QStringLiteral("none"));
+        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
+        QCOMPARE(CommonUtils::ThreadCount(), 0);
+    }
+    void cleanupTestCase() { m_host.shutdown(); }
+};
 
 } // namespace simtest

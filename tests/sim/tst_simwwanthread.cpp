@@ -2,66 +2,27 @@
 // worker thread polls the simulated platform, and the PIN dialog opens once the service is ready.
 #include "SimTestSupport.h"
 
-#include "CommonUtils.h"
 #include "DeviceMgrWin7Thread.h"
-#include "HostFixture.h"
 
 #include <QtCore/QElapsedTimer>
 
 using namespace simtest;
 
-namespace {
-
-// The platform asks for the wait (IsWin7 answers 0) with the given WWAN answers.
-void waitingPlatform(bool ready, int readyAfterPolls = 0, int service = 1)
-{
-    zelk::sim::Platform p = zelk::sim::platform();
-    p.isWin7 = ZELK_ERROR_SUCCESS;
-    p.wwanReady = ready;
-    p.wwanReadyAfterPolls = readyAfterPolls;
-    p.wwanService = service;
-    zelk::sim::setPlatform(p);
-}
-
-} // namespace
-
-class tst_SimWwanThread : public QObject
+class tst_SimWwanThread : public SimSuite
 {
     Q_OBJECT
 
 public slots:
     void onReport() { ++m_reports; }
 
-private:
-    HostFixture m_host;
-    CDeviceMgrService* m_service = nullptr;
-
-    void start(bool frameShown = true)
+protected slots:
+    void init()
     {
-        m_service = startService(frameShown);
-        QVERIFY(m_service);
+        SimSuite::init();
+        pinRequired();
     }
 
 private slots:
-    void initTestCase() { m_host.init(); }
-    void init()
-    {
-        m_host.beginTest();
-        zelk::sim::reset();
-        svc::resetHandled();
-        m_service = nullptr;
-        pinRequired();
-    }
-    void cleanup()
-    {
-        svc::stopService();
-        m_service = nullptr;
-        // The service stopped and deleted its thread; no worker is left counting.
-        QCOMPARE(CommonUtils::ThreadCount(), 0);
-        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
-    }
-    void cleanupTestCase() { m_host.shutdown(); }
-
     // No WWAN service to wait for, or a blocked SIM: no thread, no poll, the check runs at once.
     void noWait_data()
     {
@@ -146,8 +107,7 @@ private slots:
         if (how == QLatin1String("stop")) {
             thread->Stop();
         } else if (how == QLatin1String("switch")) {
-            svc::inject(ZELK_EVENT_DEV_SWITCH);
-            QVERIFY(svc::settle(svc::g_handled.load() + 1));
+            QVERIFY(handle(ZELK_EVENT_DEV_SWITCH));
         } else {
             thread->appQuitStop();
         }
@@ -158,24 +118,34 @@ private slots:
         QCOMPARE(finished, 0);
         QVERIFY(!thread->isWWanReady());
         QCOMPARE(openDialogs(), QStringList());
-    }
-
-    // A stopped wait starts again with the next check, and then reports as usual.
-    void stoppedWaitRestarts()
-    {
-        waitingPlatform(false);
-        start();
-        m_service->checkPINWithWin7();
-        DeviceMgrWin7Thread* thread = m_service->win7Thread();
-        // A Stop() before the run began would be forgotten by the run: stop a poll under way.
-        QTRY_VERIFY(svc::callCount("ZELK_DevSrv_IsWWanReady") >= 1);
-        thread->Stop();
-        QVERIFY(!thread->isRunning());
+        if (how != QLatin1String("stop"))
+            return;
+        // A stopped wait starts again with the next check, and then reports as usual.
         waitingPlatform(true);
         m_service->checkPINWithWin7();
         QCOMPARE(m_service->win7Thread(), thread);
         deliverReport(thread);
         QCOMPARE(openDialogs(), QStringList{kVerifyDlg});
+        QCOMPARE(finished, 1);
+    }
+
+    // Shut-down does not wait behind a WWAN poll that never returns.
+    void shutdownDoesNotWaitForHangingWwanPoll()
+    {
+        waitingPlatform(false, 0, 1, 20000);
+        start();
+        m_service->checkPINWithWin7();
+        QPointer<DeviceMgrWin7Thread> thread = m_service->win7Thread();
+        QVERIFY(thread);
+        // The thread asks the platform first, then polls (and hangs): a Stop() before that is forgotten.
+        QTRY_COMPARE(svc::callCount("ZELK_DevSrv_IsWin7"), 2);
+        QElapsedTimer clock;
+        clock.start();
+        svc::stopService();
+        // Stop() waits 5 s at most.
+        QVERIFY2(clock.elapsed() < 8000, qPrintable(QString::number(clock.elapsed())));
+        waitingPlatform(false);
+        QTRY_VERIFY_WITH_TIMEOUT(!thread, 10000);
     }
 
 private:
