@@ -10,6 +10,8 @@
 #include <QtWidgets/QAction>
 #include <QtWidgets/QPushButton>
 
+#include <functional>
+
 using namespace simtest;
 using svc::bc;
 
@@ -41,12 +43,22 @@ struct Submit
     QStringList shown;
     QStringList dialogs;
     QStringList notifications;
-    int calls = 1;              // calls of the dialog's SDK function
-    QString label = QString();  // the attempts label of the dialog left on screen, when checked
-    bool cleared = true;        // the dialog left on screen is emptied, its OK off; else the entry is kept
-    QString forced = QString(); // SDK function answering a plain failure (the count cannot be read)
-    bool statusFails = false;   // and the SIM's status cannot be read either
+    int calls = 1;             // calls of the dialog's SDK function
+    QString label = QString(); // the attempts label of the dialog left on screen, when checked
+    bool cleared = true;       // the dialog left on screen is emptied, its OK off; else the entry is kept
+    std::function<void()> before = {}; // how the card answers differently, set up before OK
 };
+
+// Set-up of a Submit: `function` answers a plain failure (the count cannot be read), and with
+// `statusToo` the SIM's status cannot be read either.
+std::function<void()> plainFailure(const char* function, bool statusToo = false)
+{
+    return [=] {
+        zelk::sim::forceResult(function, 1, ZELK_ERROR_FAILURE);
+        if (statusToo)
+            zelk::sim::failNext("ZELK_DevSrv_GetPinStatus");
+    };
+}
 
 QString attemptsLabel(const QString& dialogName)
 {
@@ -62,7 +74,11 @@ const QString kCardBlockedFallback =
 
 } // namespace
 
+// An IDeviceMgr operation another plugin calls.
+using Operation = void (IDeviceMgr::*)();
+
 Q_DECLARE_METATYPE(Submit)
+Q_DECLARE_METATYPE(Operation)
 
 class tst_SimDialogs : public SimSuite
 {
@@ -102,24 +118,30 @@ private:
 private slots:
     // ---- the start-up check ----------------------------------------------------------------------
 
-    void startupCheckOpensWhatTheSimAsksFor_data()
+    // What the start-up check opens for which SIM; before the frame, with the check suspended or when
+    // the state cannot be read, nothing opens.
+    void startupCheck_data()
     {
+        QTest::addColumn<QString>("why"); // of opening nothing: "frame", "suspended", "fails"
         QTest::addColumn<int>("pinAttempts");
         QTest::addColumn<int>("pukAttempts");
         QTest::addColumn<bool>("pinEnabled");
         QTest::addColumn<QStringList>("dialogs");
         QTest::addColumn<QStringList>("notifications");
         QTest::addColumn<int>("pinState");
-        QTest::newRow("PIN asked: verification")
-            << 3 << 10 << true << QStringList{kVerifyDlg} << QStringList{bc(579)} << 1;
-        QTest::newRow("PIN used up: PUK")
-            << 0 << 10 << true << QStringList{kPukDlg} << QStringList{bc(579)} << 4;
-        QTest::newRow("PUK used up: message only") << 0 << 0 << true << QStringList() << QStringList() << 5;
+        const QStringList none, notReady{bc(579)}, verify{kVerifyDlg};
+        QTest::newRow("PIN asked: verification") << "" << 3 << 10 << true << verify << notReady << 1;
+        QTest::newRow("PIN used up: PUK") << "" << 0 << 10 << true << QStringList{kPukDlg} << notReady << 4;
+        QTest::newRow("PUK used up: message only") << "" << 0 << 0 << true << none << none << 5;
         QTest::newRow("no PIN, card usable: 578 once")
-            << 3 << 10 << false << QStringList() << QStringList{bc(578)} << 0;
+            << "" << 3 << 10 << false << none << QStringList{bc(578)} << 0;
+        QTest::newRow("before the frame") << "frame" << 3 << 10 << true << none << none << 1;
+        QTest::newRow("suspended") << "suspended" << 3 << 10 << true << none << none << 1;
+        QTest::newRow("status read fails") << "fails" << 3 << 10 << true << none << none << 8;
     }
-    void startupCheckOpensWhatTheSimAsksFor()
+    void startupCheck()
     {
+        QFETCH(QString, why);
         QFETCH(int, pinAttempts);
         QFETCH(int, pukAttempts);
         QFETCH(bool, pinEnabled);
@@ -128,7 +150,10 @@ private slots:
         zelk::sim::Device d = activeDevice();
         d.sim.pinEnabled = pinEnabled;
         QVERIFY(zelk::sim::updateDevice(d));
-        start();
+        start(why != QLatin1String("frame"));
+        m_service->setPinCheckSuspended(why == QLatin1String("suspended"));
+        if (why == QLatin1String("fails"))
+            zelk::sim::failNext("ZELK_DevSrv_GetPinStatus");
         QVERIFY(startupPinCheck());
         QTEST(openDialogs(), "dialogs");
         QTEST(svc::sent(), "notifications");
@@ -138,70 +163,40 @@ private slots:
             QCOMPARE(messages(), QStringList{info(QStringLiteral("IDS_PIN_SIM_LOCKED"), "TestMainWindow")});
         else
             QCOMPARE(messages(), QStringList());
-        // The host's SIM, radio and device menu items were refreshed by the check.
-        QVERIFY(HostFramework::mainMenuService()->deviceRefreshCount() >= 1);
+        // The host's SIM, radio and device menu items were refreshed by the check that read the state.
+        QCOMPARE(HostFramework::mainMenuService()->deviceRefreshCount() >= 1, why != QLatin1String("fails"));
     }
 
-    // Ready with the card locked to another network: the SIM is not usable yet.
-    void readyWithLockedCardReportsNotReady()
-    {
-        customisation(QStringLiteral("2"));
-        cardLock(1);
-        start();
-        m_service->launchSpecificPinDlg(DEVMGR_PIN_READY);
-        QCOMPARE(svc::sent(), QStringList{bc(579)});
-        QVERIFY(m_service->isValidPinState());
-        QVERIFY(!m_service->IsValidSim());
-        QCOMPARE(m_service->cardState(), 1);
-    }
-
-    // Before the frame, with the check suspended, or when the state cannot be read: nothing opens.
-    void startupCheckShowsNothing_data()
-    {
-        QTest::addColumn<QString>("why");
-        QTest::newRow("before the frame") << "frame";
-        QTest::newRow("suspended") << "suspended";
-        QTest::newRow("status read fails") << "fails";
-    }
-    void startupCheckShowsNothing()
-    {
-        QFETCH(QString, why);
-        pinRequired();
-        start(why != QLatin1String("frame"));
-        if (why == QLatin1String("suspended"))
-            m_service->setPinCheckSuspended(true);
-        if (why == QLatin1String("fails"))
-            zelk::sim::failNext("ZELK_DevSrv_GetPinStatus");
-        QVERIFY(startupPinCheck());
-        QCOMPARE(openDialogs(), QStringList());
-        QCOMPARE(messages(), QStringList());
-        if (why == QLatin1String("fails"))
-            QCOMPARE(svc::sent(), QStringList());
-        else
-            QCOMPARE(m_service->pinState(), 1);
-    }
-
-    // States that name a job of the device, and states met before the frame, open no dialog.
+    // Given to the dispatch directly: states that name a job of the device and states met before the
+    // frame open no dialog; ready with the card locked to another network, the SIM is not usable yet.
     void dispatchWithoutDialog_data()
     {
         QTest::addColumn<bool>("frameShown");
         QTest::addColumn<int>("state");
+        QTest::addColumn<int>("cardLock");
         QTest::addColumn<QStringList>("notifications");
         QTest::addColumn<bool>("validPinState");
-        QTest::newRow("2 enable") << true << 2 << QStringList() << false;
-        QTest::newRow("before the frame: PIN asked") << false << 1 << QStringList{bc(579)} << false;
-        QTest::newRow("before the frame: ready") << false << 0 << QStringList{bc(578)} << true;
+        QTest::newRow("2 enable") << true << 2 << 2 << QStringList() << false;
+        QTest::newRow("before the frame: PIN asked") << false << 1 << 2 << QStringList{bc(579)} << false;
+        QTest::newRow("before the frame: ready") << false << 0 << 2 << QStringList{bc(578)} << true;
+        QTest::newRow("ready, card locked") << true << 0 << 1 << QStringList{bc(579)} << true;
     }
     void dispatchWithoutDialog()
     {
         QFETCH(bool, frameShown);
         QFETCH(int, state);
+        QFETCH(int, cardLock);
+        customisation(QStringLiteral("2"));
+        simtest::cardLock(cardLock);
         start(frameShown);
         m_service->launchPinDlg(static_cast<E_DEVMGR_PIN_STATE>(state));
         QCOMPARE(openDialogs(), QStringList());
         QTEST(svc::sent(), "notifications");
         QTEST(m_service->isValidPinState(), "validPinState");
         QCOMPARE(messages(), QStringList());
+        if (state == DEVMGR_PIN_READY)
+            QCOMPARE(m_service->cardState(), cardLock);
+        QCOMPARE(m_service->IsValidSim(), cardLock == 2 && state == 0);
     }
 
     // ---- typing a code ---------------------------------------------------------------------------
@@ -255,12 +250,12 @@ private slots:
         row("verify, wrong PIN", {"verify", 3, {wrong}, {checkFailed}, {V}, {}, 1, left2});
         row("verify, last attempt wrong: PUK", {"verify", 1, {wrong}, {checkFailed}, {U}, {}, 1, pukLeft10});
         row("verify, count unknown: the dialog stays",
-            {"verify", 3, {wrong}, {}, {V}, {}, 1, unknown, true, "ZELK_DevSrv_VerifyPin"});
+            {"verify", 3, {wrong}, {}, {V}, {}, 1, unknown, true, plainFailure("ZELK_DevSrv_VerifyPin")});
         row("enable, right PIN", {"enable", 3, {right}, {at("IDS_MAINFRM_ENABLEPIN_SUCCESS", main)}, {}, {}});
         row("enable, wrong PIN", {"enable", 3, {wrong}, {at("IDS_PIN_ENABLE_FAILED", P)}, {P}, {}, 1, left2});
         // A failure whose count cannot be read closes the dialog without a message.
         row("enable, count unknown: closed silently",
-            {"enable", 3, {wrong}, {}, {}, {}, 1, "", true, "ZELK_DevSrv_EnablePin", true});
+            {"enable", 3, {wrong}, {}, {}, {}, 1, "", true, plainFailure("ZELK_DevSrv_EnablePin", true)});
         row("enable, last attempt wrong: PUK",
             {"enable", 1, {wrong}, {locked, at("IDS_PIN_ENABLE_FAILED", P)}, {U}, {bc(579)}});
         row("disable, right PIN",
@@ -272,9 +267,19 @@ private slots:
         row("PUK, right", {"puk", 10, goodPuk, {at("IDS_MAINFRM_UNLOCKPIN_SUCCESS")}, {}, {bc(578)}});
         row("PUK, wrong",
             {"puk", 10, badPuk, {at("IDS_PIN_PUK_FAILED", U)}, {U}, {}, 1, "IDS_MAINFRM_PUK_REMAIN_PROMPT9"});
+        // Without a translation loaded the refusal still reads in English.
+        const QString refused = QStringLiteral("This method is not allowed for calling process privileges. "
+                                               "Please use system's WWAN UI to unblock the PIN");
+        const auto noUnblock = [] {
+            zelk::sim::Device d = activeDevice();
+            d.sim.unblockAllowed = false;
+            zelk::sim::updateDevice(d);
+        };
+        row("PUK, refused to the caller",
+            {"puk", 10, goodPuk, {info(refused)}, {}, {}, 1, "", true, noUnblock});
         row("PUK, last wrong: card blocked", {"puk", 1, badPuk, {at("IDS_MSG_CARD_BLOCKED")}, {}, {}});
         row("PUK, count unknown: emptied, the dialog stays",
-            {"puk", 10, badPuk, {}, {U}, {}, 1, unknown, true, "ZELK_DevSrv_UnblockPin"});
+            {"puk", 10, badPuk, {}, {U}, {}, 1, unknown, true, plainFailure("ZELK_DevSrv_UnblockPin")});
         row("change, right current PIN",
             {"change", 3, goodChange, {at("IDS_MAINFRM_CHANGEPIN_SUCCESS", main)}, {}, {}});
         row("change, new PINs differ: emptied",
@@ -295,10 +300,8 @@ private slots:
         QCOMPARE(openDialogs(), QStringList{name});
         HostFramework::clearNotificationRecords();
         zelk::sim::clearCalls();
-        if (!s.forced.isEmpty())
-            zelk::sim::forceResult(s.forced.toStdString(), 1, ZELK_ERROR_FAILURE);
-        if (s.statusFails)
-            zelk::sim::failNext("ZELK_DevSrv_GetPinStatus");
+        if (s.before)
+            s.before();
         enter(name, s.entries);
         click(okButton(name));
         QCOMPARE(messages(), s.shown);
@@ -323,22 +326,6 @@ private slots:
         const auto fields = dialog(top)->findChildren<QLineEdit*>();
         for (QLineEdit* f : fields)
             QCOMPARE(f->text().isEmpty(), s.cleared);
-    }
-
-    // Without a translation loaded the refusal still reads in English.
-    void privilegeRefusal()
-    {
-        const QString text =
-            QStringLiteral("This method is not allowed for calling process privileges. Please use "
-                           "system's WWAN UI to unblock the PIN");
-        open(QStringLiteral("puk"));
-        zelk::sim::Device d = activeDevice();
-        d.sim.unblockAllowed = false;
-        QVERIFY(zelk::sim::updateDevice(d));
-        enter(kPukDlg, puk("12345678", "4321", "4321"));
-        click(okButton(kPukDlg));
-        QCOMPARE(openDialogs(), QStringList());
-        QCOMPARE(messages(), QStringList{info(text)});
     }
 
     // A call on the line refuses every code: the message, the dialog closed, nothing sent to the SIM.
@@ -673,33 +660,24 @@ private slots:
     void deviceMgrOperationOverAnotherSimDialog_data()
     {
         QTest::addColumn<QString>("other");
-        QTest::addColumn<QString>("operation");
+        QTest::addColumn<Operation>("operation");
         QTest::addColumn<QString>("opened");
         QTest::addColumn<int>("job");
-        QTest::newRow("EnablePIN over start-up") << "verify"
-                                                 << "EnablePIN" << kPinDlg << 2;
-        QTest::newRow("DisablePIN over PUK") << "puk"
-                                             << "DisablePIN" << kPinDlg << 3;
-        QTest::newRow("ModifyPIN over unlock code") << "cardlock"
-                                                    << "ModifyPIN" << kModifyDlg << 6;
-        QTest::newRow("UnlockPIN over change") << "change"
-                                               << "UnlockPIN" << kPukDlg << 6;
-        QTest::newRow("VerifyPIN over enable") << "enable"
-                                               << "VerifyPIN" << kVerifyDlg << 2;
+        QTest::newRow("EnablePIN over start-up") << "verify" << &IDeviceMgr::EnablePIN << kPinDlg << 2;
+        QTest::newRow("DisablePIN over PUK") << "puk" << &IDeviceMgr::DisablePIN << kPinDlg << 3;
+        QTest::newRow("ModifyPIN over unlock code")
+            << "cardlock" << &IDeviceMgr::ModifyPIN << kModifyDlg << 6;
+        QTest::newRow("UnlockPIN over change") << "change" << &IDeviceMgr::UnlockPIN << kPukDlg << 6;
+        QTest::newRow("VerifyPIN over enable") << "enable" << &IDeviceMgr::VerifyPIN << kVerifyDlg << 2;
     }
     void deviceMgrOperationOverAnotherSimDialog()
     {
         QFETCH(QString, other);
-        QFETCH(QString, operation);
+        QFETCH(Operation, operation);
         QFETCH(QString, opened);
         const QString name = openTyped(other);
-        const QMap<QString, void (IDeviceMgr::*)()> operations{{"EnablePIN", &IDeviceMgr::EnablePIN},
-                                                               {"DisablePIN", &IDeviceMgr::DisablePIN},
-                                                               {"ModifyPIN", &IDeviceMgr::ModifyPIN},
-                                                               {"UnlockPIN", &IDeviceMgr::UnlockPIN},
-                                                               {"VerifyPIN", &IDeviceMgr::VerifyPIN}};
         IDeviceMgr* api = m_service;
-        (api->*operations.value(operation))();
+        (api->*operation)();
         QStringList both{name, opened};
         both.sort();
         QCOMPARE(openDialogs(), both);
