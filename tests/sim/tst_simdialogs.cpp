@@ -201,31 +201,48 @@ private slots:
 
     // ---- typing a code ---------------------------------------------------------------------------
 
-    void okEnablement_data()
+    // OK is on, and the default button, only once every field holds enough digits. Over fields the
+    // window system emptied (minimised and restored) it is off again, and not even a stray OK (Return
+    // on a default button) sends the empty code.
+    void okFollowsTheEntry_data()
     {
         QTest::addColumn<QString>("which");
         QTest::addColumn<Entries>("entries");
         QTest::addColumn<bool>("enabled");
         QTest::newRow("verify, 3 digits") << "verify" << Entries{"=123"} << false;
+        QTest::newRow("verify, 4 digits") << "verify" << Entries{"=1234"} << true;
+        QTest::newRow("enable") << "enable" << Entries{"=1234"} << true;
         QTest::newRow("unlock code, 7 digits") << "cardlock" << Entries{"=1234567"} << false;
         QTest::newRow("unlock code, 8 digits") << "cardlock" << Entries{"=12345678"} << true;
         QTest::newRow("PUK, confirmation of 3") << "puk" << puk("12345678", "1234", "123") << false;
         QTest::newRow("PUK complete") << "puk" << puk("12345678", "1234", "1234") << true;
         QTest::newRow("change complete") << "change" << change("1234", "5678", "5678") << true;
     }
-    void okEnablement()
+    void okFollowsTheEntry()
     {
         QFETCH(QString, which);
         QFETCH(Entries, entries);
         QFETCH(bool, enabled);
+        static const QMap<QString, const char*> okSlots{{"verify", "onVerifyPINOkButtonClicked"},
+                                                        {"puk", "onPUKOkButtonClicked"},
+                                                        {"change", "onModOkButtonClicked"}};
         const QString name = open(which);
         QCOMPARE(openDialogs(), QStringList{name});
-        QVERIFY(!okButton(name)->isEnabled());
-        enter(name, entries);
-        QCOMPARE(okButton(name)->isEnabled(), enabled);
         auto* ok = qobject_cast<QPushButton*>(okButton(name));
-        QVERIFY(ok);
+        QVERIFY(ok && !ok->isEnabled());
+        enter(name, entries);
+        QCOMPARE(ok->isEnabled(), enabled);
         QCOMPARE(ok->isDefault(), enabled);
+        SimDlg* dlg = dialog(name);
+        dlg->hide();
+        dlg->show();
+        QCOMPARE(field(name)->text(), QString());
+        QVERIFY(!ok->isEnabled());
+        HostFramework::clearMessageRecords();
+        QVERIFY(QMetaObject::invokeMethod(m_service, okSlots.value(which, "onPINOkButtonClicked")));
+        QCOMPARE(svc::callCount(jobFunction(which)), 0);
+        QCOMPARE(messages(), QStringList());
+        QCOMPARE(openDialogs(), QStringList{name});
     }
 
     void submit_data()
@@ -287,6 +304,20 @@ private slots:
         row("change, wrong current PIN", {"change", 3, badChange, {at("IDS_PIN_CHANGE_FAILED", M)}, {M}, {}});
         row("change, last attempt wrong: PUK",
             {"change", 1, badChange, {at("IDS_PIN_CHANGE_FAILED", M)}, {U}, {bc(579)}});
+        // A call on the line refuses every code: the message, the dialog closed, nothing sent to the SIM.
+        const auto onCall = [](unsigned int code) {
+            return [code] { CDeviceMgrService::instance()->Notify(code, 0, 0); };
+        };
+        const auto calling = [](const QString& dialogName) {
+            return QStringLiteral(
+                       "ShowMessage 2 %1 | IDS_MAINFRM_PROMPT | IDS_PROMPT_CALLING_DISABLE | IDS_OK")
+                .arg(dialogName);
+        };
+        const auto first = onCall(NTF_CALL_DLG_SHOWN_1), second = onCall(NTF_CALL_DLG_SHOWN_2);
+        row("verify, on a call", {"verify", 3, {right}, {calling(V)}, {}, {}, 0, "", true, first});
+        row("enable, on a call", {"enable", 3, {right}, {calling(P)}, {}, {}, 0, "", true, second});
+        row("PUK, on a call", {"puk", 10, goodPuk, {calling(U)}, {}, {}, 0, "", true, second});
+        row("change, on a call", {"change", 3, goodChange, {calling(M)}, {}, {}, 0, "", true, second});
         row("unlock code, right", {"cardlock", 5, {"=12345678"}, {}, {}, {bc(578)}});
         row("unlock code, wrong",
             {"cardlock", 5, {"=11112222"}, {}, {P}, {}, 1, "IDS_MAINFRM_PIN_REMAIN_PROMPT4"});
@@ -326,35 +357,6 @@ private slots:
         const auto fields = dialog(top)->findChildren<QLineEdit*>();
         for (QLineEdit* f : fields)
             QCOMPARE(f->text().isEmpty(), s.cleared);
-    }
-
-    // A call on the line refuses every code: the message, the dialog closed, nothing sent to the SIM.
-    void callInProgressRefusesEveryDialog_data()
-    {
-        QTest::addColumn<QString>("which");
-        QTest::addColumn<Entries>("entries");
-        QTest::newRow("verify") << "verify" << Entries{"=1234"};
-        QTest::newRow("enable") << "enable" << Entries{"=1234"};
-        QTest::newRow("PUK") << "puk" << puk("12345678", "1234", "1234");
-        QTest::newRow("change") << "change" << change("1234", "5678", "5678");
-    }
-    void callInProgressRefusesEveryDialog()
-    {
-        QFETCH(QString, which);
-        QFETCH(Entries, entries);
-        const QString name = open(which);
-        enter(name, entries);
-        HostFramework::clearMessageRecords();
-        m_service->Notify(which == QLatin1String("verify") ? NTF_CALL_DLG_SHOWN_1 : NTF_CALL_DLG_SHOWN_2, 0,
-                          0);
-        click(okButton(name));
-        QCOMPARE(messages(), QStringList{QStringLiteral("ShowMessage 2 %1 | IDS_MAINFRM_PROMPT | "
-                                                        "IDS_PROMPT_CALLING_DISABLE | IDS_OK")
-                                             .arg(name)});
-        QCOMPARE(openDialogs(), QStringList());
-        QCOMPARE(svc::callCount(jobFunction(which)), 0);
-        if (which == QLatin1String("verify"))
-            QVERIFY(!m_service->isValidPinState());
     }
 
     // ---- leaving a dialog ------------------------------------------------------------------------
@@ -620,41 +622,6 @@ private slots:
     }
 
     // ---- regressions -----------------------------------------------------------------------------
-
-    // OK over a field the window system emptied (minimised and restored) stays off.
-    void hiddenAndShownDialogKeepsOkOffOverEmptiedField_data()
-    {
-        QTest::addColumn<QString>("which");
-        QTest::addColumn<QString>("okSlot");
-        QTest::newRow("start-up") << "verify"
-                                  << "onVerifyPINOkButtonClicked";
-        QTest::newRow("enable") << "enable"
-                                << "onPINOkButtonClicked";
-        QTest::newRow("unlock code") << "cardlock"
-                                     << "onPINOkButtonClicked";
-        QTest::newRow("PUK") << "puk"
-                             << "onPUKOkButtonClicked";
-        QTest::newRow("change") << "change"
-                                << "onModOkButtonClicked";
-    }
-    void hiddenAndShownDialogKeepsOkOffOverEmptiedField()
-    {
-        QFETCH(QString, which);
-        QFETCH(QString, okSlot);
-        const QString name = openTyped(which);
-        QVERIFY(okButton(name)->isEnabled());
-        SimDlg* dlg = dialog(name);
-        dlg->hide();
-        dlg->show();
-        QCOMPARE(field(name)->text(), QString());
-        QVERIFY(!okButton(name)->isEnabled());
-        // Not even a stray OK (Return on a default button) sends the empty code.
-        HostFramework::clearMessageRecords();
-        QVERIFY(QMetaObject::invokeMethod(m_service, okSlot.toLatin1().constData()));
-        QCOMPARE(svc::callCount(jobFunction(which)), 0);
-        QCOMPARE(messages(), QStringList());
-        QCOMPARE(openDialogs(), QStringList{name});
-    }
 
     // Another plugin's IDeviceMgr call while a SIM dialog is open opens its own beside it.
     void deviceMgrOperationOverAnotherSimDialog_data()
