@@ -589,14 +589,12 @@ private slots:
         QTest::addColumn<int>("productType");
         QTest::addColumn<QString>("setting"); // "-": none in the user's settings file
         QTest::addColumn<QString>("word");
-        QTest::newRow("GSM, shipped") << 2 << "-"
-                                      << "SIM";
-        QTest::newRow("CDMA, shipped") << 1 << "-"
-                                       << "UIM";
-        QTest::newRow("GSM, user's word") << 2 << "Nano SIM"
-                                          << "Nano SIM";
-        QTest::newRow("GSM, emptied by the user") << 2 << ""
-                                                  << "SIM/USIM";
+        // clang-format off
+        QTest::newRow("GSM, shipped") << 2 << "-" << "SIM";
+        QTest::newRow("CDMA, shipped") << 1 << "-" << "UIM";
+        QTest::newRow("GSM, user's word") << 2 << "Nano SIM" << "Nano SIM";
+        QTest::newRow("GSM, emptied by the user") << 2 << "" << "SIM/USIM";
+        // clang-format on
     }
     void cardWordInNetworkLockMessage()
     {
@@ -695,10 +693,10 @@ private slots:
     {
         QTest::addColumn<QString>("port");
         QTest::addColumn<QString>("got");
-        QTest::newRow("beyond 64 bits") << "1e23"
-                                        << "1e+23";
-        QTest::newRow("far below") << "-2.5e30"
-                                   << "-2.5e+30";
+        // clang-format off
+        QTest::newRow("beyond 64 bits") << "1e23" << "1e+23";
+        QTest::newRow("far below") << "-2.5e30" << "-2.5e+30";
+        // clang-format on
     }
     void scenarioNumberOutOfRangeNamesFileValue()
     {
