@@ -31,6 +31,7 @@ private slots:
     void metacast()
     {
         m_plugin = qt_plugin_instance();
+        QCOMPARE(qt_plugin_instance(), m_plugin.data()); // one object until the host deletes it
         auto* plugin = static_cast<CDeviceMgrUI*>(m_plugin.data());
         void* notify = static_cast<INotify*>(plugin);
         void* none = nullptr;
