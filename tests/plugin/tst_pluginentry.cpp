@@ -45,7 +45,7 @@ private slots:
 
     // Only IDeviceMgr's number hands out the service. OnDestroy destroys it (a second time is
     // harmless) and a later query builds a fresh one; deleting the plugin object leaves it alone.
-    void serviceHandedOutAndGivenBack()
+    void queryInterface()
     {
         m_plugin = qt_plugin_instance();
         auto* plugin = static_cast<CDeviceMgrUI*>(m_plugin.data());
