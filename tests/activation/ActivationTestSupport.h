@@ -1,12 +1,17 @@
-// Shared by the activation suites: active.xml in a temporary installation root, and the CDMA card.
+// Shared by the activation suites: active.xml in a temporary installation root, the CDMA card, and
+// the wizard's window with the set-up every suite that opens it shares.
 #pragma once
 
+#include "ActivationWizard.h"
+#include "HostFixture.h"
 #include "HostFramework.h"
 #include "SimControl.h"
+#include "SimTestSupport.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
+#include <QtWidgets/QPushButton>
 
 namespace acttest {
 
@@ -37,5 +42,51 @@ inline bool cdmaNotActivated(bool networkStates)
         d.cdma.otaspStates.clear();
     return zelk::sim::updateDevice(d);
 }
+
+// The wizard's window while it is open, and its buttons by name ("Next", "Back", "Cancel").
+inline QWidget* dlg()
+{
+    return simtest::window(QStringLiteral("DeviceMgrUIPlugin_ActivationDlg"));
+}
+
+inline QPushButton* button(const QString& name)
+{
+    return dlg()->findChild<QPushButton*>(QStringLiteral("DeviceMgrUIplugin_Button") + name);
+}
+
+// A suite that opens the wizard itself: every test starts on a CDMA card that is not activated, with
+// the card's call record and the log empty, and leaves no wizard behind.
+class WizardSuite : public QObject
+{
+    Q_OBJECT
+
+protected:
+    HostFixture m_host;
+    QTemporaryDir m_root;
+
+    void open(const QByteArray& xml)
+    {
+        QVERIFY(installActiveXml(m_root, xml));
+        ActivationWizard::Instance()->showActivationDlg(m_host.mainWindow());
+        QVERIFY(dlg());
+    }
+
+private slots:
+    void initTestCase() { m_host.init(); }
+    void init()
+    {
+        m_host.beginTest();
+        QVERIFY(cdmaNotActivated(false));
+        zelk::sim::clearCalls();
+        svc::startLogCapture();
+    }
+    void cleanup()
+    {
+        qInstallMessageHandler(nullptr);
+        ActivationWizard::Destroy(g_pActivationInstance.load());
+        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
+    }
+    void cleanupTestCase() { m_host.shutdown(); }
+};
 
 } // namespace acttest

@@ -20,14 +20,6 @@ QString summary(const ActivationInfo& i)
         .arg(i.bShowPRL);
 }
 
-struct Variant
-{
-    const char* tag;
-    QByteArray xml; // "folder": a folder where the file should be; null: no file
-    int status;
-    const char* values;
-};
-
 const char* const kDefaults = "0|*228|0|0|0/0|0/0|0/0|0";
 
 } // namespace
@@ -46,41 +38,40 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("values");
         using acttest::activeXml;
-        const Variant variants[] = {
-            {"every item",
-             activeXml("<activetype>2</activetype><autonum>*22899</autonum><displaycode>1</displaycode>"
-                       "<showtype>3</showtype><min length='10'>1</min><mdn length='12'>1</mdn>"
-                       "<sid length='5'>1</sid><prl>1</prl>"),
-             0, "2|*22899|1|3|1/10|1/12|1/5|1"},
-            {"no main", "<a><activetype>1</activetype></a>", 0, kDefaults},
-            {"only exact 1 is yes",
-             activeXml("<displaycode>true</displaycode><min length='4'> 1 </min><prl>01</prl>"), 0,
-             "0|*228|0|0|0/4|0/0|0/0|0"},
-            {"not a number",
-             activeXml("<activetype>abc</activetype><sid length='x'>1</sid><showtype>9z</showtype>"), 0,
-             "0|*228|0|0|0/0|0/0|1/0|0"},
-            {"before main ignored, after main read, later wins",
-             "<r><activetype>1</activetype><main/><autonum>#7</autonum><x><prl>1</prl></x><autonum>#8</"
-             "autonum></r>",
-             0, "0|#8|0|0|0/0|0/0|0/0|1"},
-            {"truncated keeps what was read", "<r><main><activetype>1</activetype><autonum>*3", 6,
-             "1|*228|0|0|0/0|0/0|0/0|0"},
-            {"broken right after main", "<r><main><<", 6, kDefaults},
-            {"element inside a value", activeXml("<min length='3'><b/></min>"), 6,
-             "0|*228|0|0|0/3|0/0|0/0|0"},
-            {"missing", QByteArray(), 3, kDefaults},
-            {"a folder, cannot be opened", "folder", 25, kDefaults},
-            {"empty", "", 6, kDefaults},
-            {"not xml", "activetype=1\n\x01\xff", 6, kDefaults},
-            {"10 MB", "<r><main><activetype>1</activetype>" + QByteArray(10 << 20, 'x') + "</main></r>", 0,
-             "1|*228|0|0|0/0|0/0|0/0|0"},
-            {"10000-character dial string", activeXml("<autonum>" + QByteArray(10000, '9') + "</autonum>"), 0,
-             "0|<10000>|0|0|0/0|0/0|0/0|0"},
-            {"non-ASCII", activeXml("<autonum>*22\xc3\xa9</autonum><activetype>\xd9\xa2</activetype>"), 0,
-             "0|*22\xc3\xa9|0|0|0/0|0/0|0/0|0"},
+        // "folder": a folder where the file should be; a null array: no file.
+        const auto row = [](const char* tag, const QByteArray& xml, int status, const char* values) {
+            QTest::newRow(tag) << xml << status << QString::fromUtf8(values);
         };
-        for (const Variant& v : variants)
-            QTest::newRow(v.tag) << v.xml << v.status << QString::fromUtf8(v.values);
+        row("every item",
+            activeXml("<activetype>2</activetype><autonum>*22899</autonum><displaycode>1</displaycode>"
+                      "<showtype>3</showtype><min length='10'>1</min><mdn length='12'>1</mdn>"
+                      "<sid length='5'>1</sid><prl>1</prl>"),
+            0, "2|*22899|1|3|1/10|1/12|1/5|1");
+        row("no main", "<a><activetype>1</activetype></a>", 0, kDefaults);
+        row("only exact 1 is yes",
+            activeXml("<displaycode>true</displaycode><min length='4'> 1 </min><prl>01</prl>"), 0,
+            "0|*228|0|0|0/4|0/0|0/0|0");
+        row("not a number",
+            activeXml("<activetype>abc</activetype><sid length='x'>1</sid><showtype>9z</showtype>"), 0,
+            "0|*228|0|0|0/0|0/0|1/0|0");
+        row("before main ignored, after main read, later wins",
+            "<r><activetype>1</activetype><main/><autonum>#7</autonum><x><prl>1</prl></x><autonum>#8</"
+            "autonum></r>",
+            0, "0|#8|0|0|0/0|0/0|0/0|1");
+        row("truncated keeps what was read", "<r><main><activetype>1</activetype><autonum>*3", 6,
+            "1|*228|0|0|0/0|0/0|0/0|0");
+        row("broken right after main", "<r><main><<", 6, kDefaults);
+        row("element inside a value", activeXml("<min length='3'><b/></min>"), 6, "0|*228|0|0|0/3|0/0|0/0|0");
+        row("missing", QByteArray(), 3, kDefaults);
+        row("a folder, cannot be opened", "folder", 25, kDefaults);
+        row("empty", "", 6, kDefaults);
+        row("not xml", "activetype=1\n\x01\xff", 6, kDefaults);
+        row("10 MB", "<r><main><activetype>1</activetype>" + QByteArray(10 << 20, 'x') + "</main></r>", 0,
+            "1|*228|0|0|0/0|0/0|0/0|0");
+        row("10000-character dial string", activeXml("<autonum>" + QByteArray(10000, '9') + "</autonum>"), 0,
+            "0|<10000>|0|0|0/0|0/0|0/0|0");
+        row("non-ASCII", activeXml("<autonum>*22\xc3\xa9</autonum><activetype>\xd9\xa2</activetype>"), 0,
+            "0|*22\xc3\xa9|0|0|0/0|0/0|0/0|0");
     }
 
     void variants()

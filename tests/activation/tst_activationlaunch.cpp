@@ -2,9 +2,6 @@
 // while the information dialog shows, once per attached device, from settings read once per run.
 // Built twice: TESSARO_NO_ACTIVE_XML starts the run without active.xml.
 #include "ActivationTestSupport.h"
-#include "ActivationWizard.h"
-#include "HostFixture.h"
-#include "SimTestSupport.h"
 
 class tst_ActivationLaunch : public QObject
 {
@@ -13,7 +10,7 @@ class tst_ActivationLaunch : public QObject
     QTemporaryDir m_root;
     CDeviceMgrService* m_service = nullptr;
 
-    bool wizardShown() { return simtest::window(QStringLiteral("DeviceMgrUIPlugin_ActivationDlg")); }
+    bool wizardShown() { return acttest::dlg(); }
     // The active device goes away (its removal event) and the launch is tried for the next one.
     void relaunch()
     {

@@ -1,33 +1,23 @@
 // Manual activation as the user drives it: the lock-code pages, the device identity, and the
 // numbers and roaming list written to the card, with every bad PRL path a user may give.
 #include "ActivationTestSupport.h"
-#include "ActivationWizard.h"
-#include "HostFixture.h"
-#include "ServiceTestSupport.h"
-#include "SimTestSupport.h"
 
 #include <QtCore/QTimer>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
-#include <QtWidgets/QPushButton>
 
 #include <sys/stat.h>
 
-class tst_ActivationManual : public QObject
+using acttest::button;
+using acttest::dlg;
+
+class tst_ActivationManual : public acttest::WizardSuite
 {
     Q_OBJECT
-    HostFixture m_host;
-    QTemporaryDir m_root;
 
-    static QWidget* dlg() { return simtest::window("DeviceMgrUIPlugin_ActivationDlg"); }
     template<typename T = QLineEdit>
     static T* item(const QString& name)
     {
         return dlg()->findChild<T*>("DeviceMgrUIPlugin_" + name);
-    }
-    static QPushButton* button(const QString& n)
-    {
-        return dlg()->findChild<QPushButton*>("DeviceMgrUIplugin_Button" + n);
     }
     static QLineEdit* prlEntry()
     {
@@ -65,27 +55,10 @@ class tst_ActivationManual : public QObject
         d.cdma.esn = esn.toStdString();
         d.cdma.meid = meid.isEmpty() ? "A0000012345678" : meid.toStdString();
         QVERIFY(zelk::sim::updateDevice(d));
-        QVERIFY(acttest::installActiveXml(m_root, acttest::activeXml("<activetype>1</activetype>" + xml)));
-        ActivationWizard::Instance()->showActivationDlg(m_host.mainWindow());
-        QVERIFY(dlg());
+        WizardSuite::open(acttest::activeXml("<activetype>1</activetype>" + xml));
     }
 
 private slots:
-    void initTestCase() { m_host.init(); }
-    void init()
-    {
-        m_host.beginTest();
-        QVERIFY(acttest::cdmaNotActivated(false));
-        zelk::sim::clearCalls();
-        svc::startLogCapture();
-    }
-    void cleanup()
-    {
-        qInstallMessageHandler(nullptr);
-        ActivationWizard::Destroy(g_pActivationInstance.load());
-        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
-    }
-    void cleanupTestCase() { m_host.shutdown(); }
 
     // "lock status|ESN|MEID|showtype ("-": displaycode 0)|keys|identity shown|after Next|page when
     // opened again": an empty ESN or MEID is the card's own, ESN "fail" cannot be read.

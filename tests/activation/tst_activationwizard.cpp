@@ -1,24 +1,13 @@
 // The activation wizard as the user drives it: the page each configuration opens, the choice, the
 // card's over-the-air states, the button that ends it, and what the device is asked meanwhile.
 #include "ActivationTestSupport.h"
-#include "ActivationWizard.h"
-#include "HostFixture.h"
-#include "SimTestSupport.h"
 
-#include <QtWidgets/QPushButton>
 #include <QtWidgets/QRadioButton>
 
+using acttest::button;
+using acttest::dlg;
+
 namespace {
-
-QWidget* dlg()
-{
-    return simtest::window(QStringLiteral("DeviceMgrUIPlugin_ActivationDlg"));
-}
-
-QPushButton* button(const char* name)
-{
-    return dlg()->findChild<QPushButton*>(QLatin1String("DeviceMgrUIplugin_Button") + QLatin1String(name));
-}
 
 // What the user sees: page, Back and Next, the Cancel text, the message and the automatic radio.
 QString shown()
@@ -53,40 +42,16 @@ const QStringList kEnd = {"DevSrv_UnRegisterDevMgrCallback", "CallSrv_UnRegister
 const QStringList kClear = {"DevSrv_OTAAutoActClear(*228)"};
 QByteArray type(int n)
 {
-    return acttest::activeXml(
-        QByteArray("<activetype>" + QByteArray::number(n) + "</activetype>").constData());
+    return acttest::activeXml("<activetype>" + QByteArray::number(n) + "</activetype>");
 }
 
 } // namespace
 
-class tst_ActivationWizard : public QObject
+class tst_ActivationWizard : public acttest::WizardSuite
 {
     Q_OBJECT
-    HostFixture m_host;
-    QTemporaryDir m_root;
-
-    void open(const QByteArray& xml)
-    {
-        QVERIFY(acttest::installActiveXml(m_root, xml));
-        ActivationWizard::Instance()->showActivationDlg(m_host.mainWindow());
-        QVERIFY(dlg());
-    }
 
 private slots:
-    void initTestCase() { m_host.init(); }
-    void init()
-    {
-        m_host.beginTest();
-        QVERIFY(acttest::cdmaNotActivated(false));
-        zelk::sim::clearCalls();
-    }
-    void cleanup()
-    {
-        ActivationWizard::Destroy(g_pActivationInstance.load());
-        QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError()));
-    }
-    void cleanupTestCase() { m_host.shutdown(); }
-
     // Steps: "refuse" (the card will not start the call), "next", a state number, "end" (the call
     // ends); then the closing: "cancel" (the button), "escape", "close" (window button) or none.
     void pages_data()

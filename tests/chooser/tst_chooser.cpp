@@ -157,8 +157,7 @@ private slots:
         } else if (how == QLatin1String("close")) {
             window(kChooser)->close();
         } else {
-            click(
-                button(kChooser, how == QLatin1String("ok") ? QStringLiteral("ChooseDevice_buttonOk") : how));
+            click(button(kChooser, QStringLiteral("ChooseDevice_buttonOk")));
         }
         QTEST(QStringLiteral("%1/%2/%3")
                   .arg(svc::callCount("ZELK_DevSrv_ManualChangeDevice"))

@@ -1,22 +1,11 @@
 // Test fixture: host framework set-up and the left-over-widget check.
 #include "HostFixture.h"
 
-#include "CommonUtils.h"
-#include "HostFramework.h"
-#include "Startup.h"
-
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenuBar>
-
-HostFixture::HostFixture() = default;
-
-HostFixture::~HostFixture()
-{
-    shutdown();
-}
 
 void HostFixture::init(bool withMainWindow)
 {
@@ -79,16 +68,6 @@ void HostFixture::shutdown()
     delete m_mainWindow.data();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     m_dir.reset();
-}
-
-QString HostFixture::settingsPath() const
-{
-    return HostFramework::settingsFile();
-}
-
-void HostFixture::setSetting(const QString& section, const QString& key, const QString& value)
-{
-    CommonUtils::SetSettings(section, key, value);
 }
 
 QList<QWidget*> HostFixture::visibleTopLevels()

@@ -1,6 +1,9 @@
 // Test fixture: stands up the host framework for a suite and checks that tests clean up after themselves.
 #pragma once
 
+#include "CommonUtils.h"
+#include "HostFramework.h"
+
 #include <QtCore/QList>
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>
@@ -11,8 +14,6 @@
 
 #include <memory>
 
-class QMainWindow;
-
 // Typical use in a QtTest class:
 //   void initTestCase() { m_host.init(); }
 //   void init()         { m_host.beginTest(); }
@@ -21,8 +22,8 @@ class QMainWindow;
 class HostFixture
 {
 public:
-    HostFixture();
-    ~HostFixture();
+    HostFixture() = default;
+    ~HostFixture() { shutdown(); }
 
     // Settings in a fresh temporary folder, the build's language folder, non-interactive message
     // boxes, and the host's services registered in a new container. `withMainWindow` gives the
@@ -39,10 +40,13 @@ public:
     void shutdown();
 
     QMainWindow* mainWindow() const { return m_mainWindow.data(); }
-    QString settingsPath() const;
+    QString settingsPath() const { return HostFramework::settingsFile(); }
 
     // Write a setting directly to the host's settings file.
-    void setSetting(const QString& section, const QString& key, const QString& value);
+    void setSetting(const QString& section, const QString& key, const QString& value)
+    {
+        CommonUtils::SetSettings(section, key, value);
+    }
 
     // Top-level widgets that are visible now (message boxes never are: they are recorded).
     static QList<QWidget*> visibleTopLevels();

@@ -27,60 +27,51 @@ private slots:
     void cleanupTestCase() { m_host.shutdown(); }
 
     // The host casts with both plugin identifiers interchangeably: one pointer, the INotify part another
-    // sub-object; names in the wrong case or no name at all give nothing.
-    void metacast_data()
-    {
-        QTest::addColumn<QByteArray>("name");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("INotify") << QByteArray("INotify") << "notify";
-        QTest::newRow("INotify id") << QByteArray("com.qorvex.tessaro.plugin.INotify") << "notify";
-        QTest::newRow("IUIPlugin id") << QByteArray("com.qorvex.tessaro.plugin.IUIPlugin") << "ui";
-        QTest::newRow("IDeviceMgr id") << QByteArray("com.qorvex.tessaro.plugin.IDeviceMgr") << "null";
-        QTest::newRow("wrong case") << QByteArray("com.qorvex.tessaro.plugin.iuiplugin") << "null";
-    }
+    // sub-object; the service's interface and names in the wrong case give nothing.
     void metacast()
     {
-        QFETCH(QByteArray, name);
-        QFETCH(QString, expected);
         m_plugin = qt_plugin_instance();
+        QCOMPARE(qt_plugin_instance(), m_plugin.data()); // one object until the host deletes it
         auto* plugin = static_cast<CDeviceMgrUI*>(m_plugin.data());
-        void* expectedPointer = nullptr;
-        if (expected == QLatin1String("object"))
-            expectedPointer = static_cast<QObject*>(plugin);
-        else if (expected == QLatin1String("ui"))
-            expectedPointer = static_cast<IUIPlugin*>(plugin);
-        else if (expected == QLatin1String("notify"))
-            expectedPointer = static_cast<INotify*>(plugin);
-        QCOMPARE(plugin->qt_metacast(name.isNull() ? nullptr : name.constData()), expectedPointer);
+        void* notify = static_cast<INotify*>(plugin);
+        void* none = nullptr;
+        QCOMPARE(plugin->qt_metacast("INotify"), notify);
+        QCOMPARE(plugin->qt_metacast("com.qorvex.tessaro.plugin.INotify"), notify);
+        QCOMPARE(plugin->qt_metacast("com.qorvex.tessaro.plugin.IUIPlugin"),
+                 static_cast<void*>(static_cast<IUIPlugin*>(plugin)));
+        QCOMPARE(plugin->qt_metacast("com.qorvex.tessaro.plugin.IDeviceMgr"), none);
+        QCOMPARE(plugin->qt_metacast("com.qorvex.tessaro.plugin.iuiplugin"), none);
     }
 
-    void queryInterface_data()
-    {
-        QTest::addColumn<int>("iid");
-        QTest::addColumn<bool>("result");
-        QTest::newRow("4096") << 4096 << false;
-        QTest::newRow("4097") << 4097 << true;
-    }
+    // Only IDeviceMgr's number hands out the service. OnDestroy destroys it (a second time is
+    // harmless) and a later query builds a fresh one; deleting the plugin object leaves it alone.
     void queryInterface()
     {
-        QFETCH(int, iid);
-        QFETCH(bool, result);
         m_plugin = qt_plugin_instance();
         auto* plugin = static_cast<CDeviceMgrUI*>(m_plugin.data());
         QObject sentinel;
         QObject* out = &sentinel;
-        QCOMPARE(plugin->QueryInterface(iid, &out), result);
-        if (!result) {
-            QCOMPARE(out, &sentinel);
-            QCOMPARE(plugin->service(), static_cast<CDeviceMgrService*>(nullptr));
-            return;
-        }
+        QVERIFY(!plugin->QueryInterface(4096, &out));
+        QCOMPARE(out, &sentinel);
+        QCOMPARE(plugin->service(), static_cast<CDeviceMgrService*>(nullptr));
+        QVERIFY(plugin->QueryInterface(4097, &out));
         QCOMPARE(out, static_cast<QObject*>(CDeviceMgrService::instance()));
         QCOMPARE(plugin->service(), CDeviceMgrService::instance());
         // Other plugins reach the interface by its identifier.
         auto* mgr = qobject_cast<IDeviceMgr*>(out);
         QVERIFY(mgr);
         QCOMPARE(out->qt_metacast("com.qorvex.tessaro.plugin.IDeviceMgr"), static_cast<void*>(mgr));
+
+        QPointer<QObject> service(out);
+        plugin->OnDestroy();
+        QVERIFY(service.isNull());
+        QCOMPARE(plugin->service(), static_cast<CDeviceMgrService*>(nullptr));
+        plugin->OnDestroy();
+        QVERIFY(plugin->QueryInterface(4097, &out));
+        service = out;
+        delete m_plugin.data();
+        QVERIFY(!service.isNull());
+        QCOMPARE(static_cast<QObject*>(CDeviceMgrService::instance()), service.data());
     }
 
     // The host may unregister before it ever called Init(): the service is created on demand and
@@ -98,35 +89,6 @@ private slots:
                  QStringList({QStringLiteral("ZELK_DevSrv_UnRegisterDevInitEventCallback"),
                               QStringLiteral("ZELK_DevSrv_UnRegisterDevMgrCallback"),
                               QStringLiteral("ZELK_DevSrv_UnRegisterMultiDeviceEventCallback")}));
-    }
-
-    void onDestroyReleasesService()
-    {
-        m_plugin = qt_plugin_instance();
-        auto* plugin = static_cast<CDeviceMgrUI*>(m_plugin.data());
-        QObject* out = nullptr;
-        QVERIFY(plugin->QueryInterface(4097, &out));
-        QPointer<QObject> service(out);
-        plugin->OnDestroy();
-        QVERIFY(service.isNull());
-        QCOMPARE(plugin->service(), static_cast<CDeviceMgrService*>(nullptr));
-        // A second unload is harmless.
-        plugin->OnDestroy();
-        // And a later query builds a fresh service.
-        QVERIFY(plugin->QueryInterface(4097, &out));
-        QVERIFY(out);
-    }
-
-    // Deleting the plugin object leaves the service alone: the host destroys it with OnDestroy().
-    void deletingPluginKeepsService()
-    {
-        m_plugin = qt_plugin_instance();
-        QObject* out = nullptr;
-        static_cast<CDeviceMgrUI*>(m_plugin.data())->QueryInterface(4097, &out);
-        QPointer<QObject> service(out);
-        delete m_plugin.data();
-        QVERIFY(!service.isNull());
-        QCOMPARE(static_cast<QObject*>(CDeviceMgrService::instance()), service.data());
     }
 
     // The device is available only when the SDK answers and the status is 1 or 3.

@@ -19,52 +19,36 @@ struct Seen
     std::thread::id thread;
 };
 
-// One recorder per process: SDK callbacks are plain functions.
-class Recorder
+// What the callbacks saw, in order: one record per process, as SDK callbacks are plain functions.
+inline std::mutex g_seenMutex;
+inline std::vector<Seen> g_seen;
+
+inline std::vector<Seen> seen()
 {
-public:
-    static Recorder& instance()
-    {
-        static Recorder r;
-        return r;
-    }
+    std::lock_guard<std::mutex> lock(g_seenMutex);
+    return g_seen;
+}
 
-    void add(zelk::Registry registry, int event)
-    {
-        std::lock_guard<std::mutex> lock(m_mutex);
-        m_seen.push_back(Seen{registry, event, std::this_thread::get_id()});
-    }
+inline QList<int> events()
+{
+    QList<int> result;
+    for (const Seen& s : seen())
+        result << s.event;
+    return result;
+}
 
-    std::vector<Seen> seen()
-    {
-        std::lock_guard<std::mutex> lock(m_mutex);
-        return m_seen;
-    }
+inline void clearSeen()
+{
+    std::lock_guard<std::mutex> lock(g_seenMutex);
+    g_seen.clear();
+}
 
-    QList<int> events()
-    {
-        QList<int> result;
-        for (const Seen& s : seen())
-            result << s.event;
-        return result;
-    }
-
-    void clear()
-    {
-        std::lock_guard<std::mutex> lock(m_mutex);
-        m_seen.clear();
-    }
-
-private:
-    std::mutex m_mutex;
-    std::vector<Seen> m_seen;
-};
-
-// The recorder's callback for one registry.
+// The recording callback for one registry.
 template<zelk::Registry R>
 int on(int event, void*)
 {
-    Recorder::instance().add(R, event);
+    std::lock_guard<std::mutex> lock(g_seenMutex);
+    g_seen.push_back(Seen{R, event, std::this_thread::get_id()});
     return 1;
 }
 
@@ -106,7 +90,7 @@ inline void setDevices(const std::vector<zelk::sim::Device>& devices, const std:
     if (!active.empty())
         zelk::sim::selectDevice(active);
     zelk::sim::waitForIdle();
-    Recorder::instance().clear();
+    clearSeen();
     zelk::sim::clearCalls();
 }
 

@@ -1,22 +1,20 @@
 // Simulated data card: the events each situation sends, in order, on the SDK's own thread; a callback
-// that unregisters itself; typed codes masked in its call record; bad input refused. That no callback
-// runs after its unregistration returned is played by the service's tear-down under a storm.
+// that unregisters itself; typed codes masked in its call record; bad input refused; the host
+// application's simulator panel driving it. That no callback runs after its unregistration returned
+// is played by the service's tear-down under a storm.
 #include "SdkTestSupport.h"
+#include "SimulatorPanel.h"
 
 #include <QtTest/QtTest>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QPushButton>
 
 #include <atomic>
 #include <cstring>
 
 using namespace zelk::sim;
-using sdktest::Recorder;
 
 namespace {
-
-Device modem(const std::string& id, int port)
-{
-    return sdktest::device(id, "Modem " + id, port);
-}
 
 // "i6000" for an initialisation event, "d" device manager, "m" multi-device, "c" call service.
 QString tagged(const std::vector<sdktest::Seen>& seen)
@@ -49,7 +47,7 @@ private slots:
     void init()
     {
         reset();
-        Recorder::instance().clear();
+        sdktest::clearSeen();
     }
     void eventOrder_data()
     {
@@ -69,10 +67,10 @@ private slots:
     {
         QFETCH(QString, situation);
 
-        Device a = modem("a", 3);
-        Device b = modem("b", 4);
+        Device a = sdktest::device("a", "Modem a", 3);
+        Device b = sdktest::device("b", "Modem b", 4);
         if (situation == "plugFp") {
-            Device d = modem("new", 9);
+            Device d = sdktest::device("new", "Modem new", 9);
             d.sim.pinEnabled = true;
             d.fingerprintLocked = true;
             sdktest::setDevices({}, "");
@@ -102,16 +100,16 @@ private slots:
             QFAIL("unknown situation");
         }
         QVERIFY(waitForIdle());
-        QTEST(tagged(Recorder::instance().seen()), "expected");
+        QTEST(tagged(sdktest::seen()), "expected");
     }
     void deliveredOnTheSdkThread()
     {
         sdktest::setDevices({}, "");
-        attachDevice(modem("a", 3));
+        attachDevice(sdktest::device("a", "Modem a", 3));
         sendPowerEvent(1);
         sendCallEnd();
         QVERIFY(waitForIdle());
-        const std::vector<sdktest::Seen> seen = Recorder::instance().seen();
+        const std::vector<sdktest::Seen> seen = sdktest::seen();
         QCOMPARE(seen.size(), std::size_t(8));
         for (const sdktest::Seen& s : seen) {
             QVERIFY(s.thread != std::this_thread::get_id());
@@ -129,7 +127,7 @@ private slots:
         QCOMPARE(g_selfCalls.load(), 1);
         QCOMPARE(ZELK_DevSrv_UnRegisterDevMgrCallback(unregistersItself), ZELK_ERROR_FAILURE);
         // The recorder, registered before, saw all three.
-        QCOMPARE(Recorder::instance().events(), (QList<int>{6616, 6616, 6616}));
+        QCOMPARE(sdktest::events(), (QList<int>{6616, 6616, 6616}));
     }
     void typedCodesAreMaskedInTheCallRecord()
     {
@@ -188,7 +186,37 @@ private slots:
         QCOMPARE(ZELK_DevSrv_GetDevicePort(&port), ZELK_ERROR_FAILURE);
         QCOMPARE(ZELK_DevSrv_GetSimStatus(&sim), ZELK_ERROR_FAILURE);
     }
+    // The panel's controls drive the card, which sends the events they promise.
+    void simulatorPanelDrivesTheCard()
+    {
+        SimulatorPanel panel;
+        auto* combo = panel.findChild<QComboBox*>("SimulatorPanel_comboDevices");
+        QVERIFY(combo);
+        QCOMPARE(combo->count(), 1);
+        click(panel, "SimulatorPanel_btnAttachCdma");
+        QCOMPARE(int(devices().size()), 2);
+        QCOMPARE(devices().back().productType, ZELK_PRODUCT_TYPE_CDMA);
+        QCOMPARE(combo->count(), 2);
+        QVERIFY(waitForIdle());
+        QCOMPARE(sdktest::events(), QList<int>{ZELK_EVENT_DEV_DETECTED});
+
+        combo->setCurrentIndex(1);
+        click(panel, "SimulatorPanel_btnSelectDevice");
+        QCOMPARE(QString::fromStdString(activeDeviceId()), panel.selectedDeviceId());
+        click(panel, "SimulatorPanel_btnRemoveDevice");
+        QCOMPARE(int(devices().size()), 1);
+        QCOMPARE(combo->count(), 1);
+        QVERIFY(waitForIdle());
+    }
+
+private:
+    static void click(QWidget& panel, const char* name)
+    {
+        auto* b = panel.findChild<QPushButton*>(QLatin1String(name));
+        QVERIFY2(b, name);
+        QTest::mouseClick(b, Qt::LeftButton);
+    }
 };
 
-QTEST_GUILESS_MAIN(tst_SimEvents)
+QTEST_MAIN(tst_SimEvents)
 #include "tst_simevents.moc"
