@@ -45,6 +45,9 @@ _ZELK_ST_DEVICE_INFO deviceRecord(const std::string& name, int port, int protoco
     return record;
 }
 
+// SetDeviceInfo's count for "no list at all".
+constexpr int kNoList = -1000;
+
 sim::Device secondDevice()
 {
     sim::Device device = sim::defaultDevice();
@@ -96,6 +99,7 @@ private slots:
         // Refused whole: the list from before stays.
         QTest::newRow("65") << 65 << 3 << 3 << false;
         QTest::newRow("negative") << -5 << -5 << 0 << false;
+        QTest::newRow("no list") << kNoList << 3 << 0 << false;
     }
     void setDeviceInfoCounts()
     {
@@ -117,7 +121,7 @@ private slots:
 
         // Entries past the count carry data too: none of it may be copied.
         auto list = makeList(count, MAX_DEVICE_COUNT);
-        m_logic->SetDeviceInfo(list.get());
+        m_logic->SetDeviceInfo(count == kNoList ? nullptr : list.get());
 
         const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
         QTEST(stored.nDevNum, "storedCount");
@@ -144,64 +148,27 @@ private slots:
             QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 98);
         }
     }
-    void setDeviceInfoNull()
-    {
-        m_logic->SetDeviceInfo(makeList(1).get());
-        m_logic->SetDeviceInfo(nullptr);
-        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 1);
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-    }
     void setDeviceInfoStaysInsideTheRecord()
     {
-        // An SDK may hand over a record that holds only the listed entries, with names that fill their
+        // An SDK may hand over a record that holds only the listed entries, with a name that fills its
         // field: anything read past them is outside the heap block (an AddressSanitizer error). The block
-        // is written byte-wise, as such an SDK would fill it.
+        // is written byte-wise, as such an SDK would fill it; its lone device becomes the current one.
         const std::size_t size =
-            offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + 2 * sizeof(_ZELK_ST_DEVICE_INFO);
+            offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + sizeof(_ZELK_ST_DEVICE_INFO);
         auto* bytes = static_cast<unsigned char*>(std::malloc(size));
         QVERIFY(bytes);
         std::memset(bytes, 'Q', size);
-        const int two = 2;
-        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, nDevNum), &two, sizeof two);
-        for (int i = 0; i < 2; ++i) {
-            const int port = i + 1;
-            std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) +
-                            i * sizeof(_ZELK_ST_DEVICE_INFO) + offsetof(_ZELK_ST_DEVICE_INFO, nPort),
-                        &port, sizeof port);
-        }
+        const int one = 1, port = 4;
+        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, nDevNum), &one, sizeof one);
+        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) +
+                        offsetof(_ZELK_ST_DEVICE_INFO, nPort),
+                    &port, sizeof port);
         m_logic->SetDeviceInfo(reinterpret_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(bytes));
         std::free(bytes);
-        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 2);
-        QCOMPARE(m_logic->GetLocalDeviceInfo().stDevInfo[1].nPort, 2);
-        QCOMPARE(qstrlen(m_logic->GetLocalDeviceInfo().stDevInfo[1].szName), uint(ZELK_DEVICE_NAME_SIZE - 1));
-
-        // A full list whose last name ends where the heap block ends.
-        void* block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-        QVERIFY(block);
-        std::memset(block, 0, sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-        auto* list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-        list->nDevNum = MAX_DEVICE_COUNT;
-        for (_ZELK_ST_DEVICE_INFO& device : list->stDevInfo)
-            std::memset(device.szName, 'N', sizeof(device.szName));
-        m_logic->SetDeviceInfo(list);
-        std::free(block);
-
-        const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-        QCOMPARE(stored.nDevNum, MAX_DEVICE_COUNT);
-        const _ZELK_ST_DEVICE_INFO& last = stored.stDevInfo[MAX_DEVICE_COUNT - 1];
-        QCOMPARE(last.szName[ZELK_DEVICE_NAME_SIZE - 1], '\0');
-        QCOMPARE(QString::fromLatin1(last.szName), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('N')));
-
-        // The lone device of a list becomes the current one: its name is cut the same way.
-        block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-        QVERIFY(block);
-        list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-        std::memset(block, 'M', sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-        list->nDevNum = 1;
-        list->stDevInfo[0].nPort = 4;
-        m_logic->SetDeviceInfo(list);
-        std::free(block);
-        QCOMPARE(m_logic->GetLocalDeviceName(), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('M')));
+        const QString cut(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('Q'));
+        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 1);
+        QCOMPARE(QString::fromLatin1(m_logic->GetLocalDeviceInfo().stDevInfo[0].szName), cut);
+        QCOMPARE(m_logic->GetLocalDeviceName(), cut);
         QCOMPARE(m_logic->GetLocalDevicePortNo(), 4);
     }
     void selectOtherDevice_data()
@@ -241,28 +208,32 @@ private slots:
         QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
         QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
     }
+    // A refused change leaves the current device as it was.
+    void selectRefused_data()
+    {
+        QTest::addColumn<bool>("fillsField");
+        QTest::newRow("same name, other port: another device") << false;
+        QTest::newRow("name filling its field: cut") << true;
+    }
     void selectRefused()
     {
+        QFETCH(bool, fillsField);
         const sim::Device active = activeDevice();
         m_logic->ClearDeviceInfo();
         m_logic->SetDeviceInfo(makeList(1).get());
+        _ZELK_ST_DEVICE_INFO record = deviceRecord(active.name, active.port + 1);
+        if (fillsField)
+            std::memset(record.szName, 'Z', sizeof(record.szName));
+        sim::clearCalls();
         sim::failNext("ZELK_DevSrv_ManualChangeDevice");
 
-        // Same name on another port is another device.
-        QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port + 1)), 1);
-        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
+        QCOMPARE(m_logic->SelectDevice(record), 1);
+        const std::vector<sim::CallRecord> calls = sim::calls("ZELK_DevSrv_ManualChangeDevice");
+        QCOMPARE(calls.size(), std::size_t(1));
+        const std::string sent = fillsField ? std::string(ZELK_DEVICE_NAME_SIZE - 1, 'Z') : active.name;
+        QCOMPARE(calls.front().args[0], '"' + sent + '"');
         QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
         QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
-    }
-    void selectUnterminatedName()
-    {
-        _ZELK_ST_DEVICE_INFO record = deviceRecord("", 42);
-        std::memset(record.szName, 'Z', sizeof(record.szName));
-        sim::failNext("ZELK_DevSrv_ManualChangeDevice");
-        sim::clearCalls();
-        QCOMPARE(m_logic->SelectDevice(record), 1);
-        const sim::CallRecord call = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
-        QCOMPARE(call.args[0], '"' + std::string(ZELK_DEVICE_NAME_SIZE - 1, 'Z') + '"');
     }
 
     void systemDevStatus_data()
