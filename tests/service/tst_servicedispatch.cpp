@@ -57,6 +57,7 @@ struct Ev
     int imsiReads = 0;
     int simSignals = 0;
     int fpSignals = 0;
+    int deviceStatus = DEVICE_STATUS_AVAILABLE;
 };
 
 } // namespace
@@ -200,6 +201,8 @@ private slots:
             {6008, true, {}, -1, 2, false, {bc(581)}, "1/0/0", avail});
         row("6008 frame shown: IMSI read", {6008, true, {}, -1, 2, true, {bc(581)}, "1/0/0", avail, "", 1});
         row("6014 device available", {6014, true, {}, -1, 2, false, {dialup}, "0/0/0", ready});
+        row("6014 device status 1: nothing",
+            {6014, true, {}, -1, 2, false, none, "0/0/0", idle, "", 0, 0, 0, 1});
         row("6016 frame shown", {6016, true, {}, -1, 2, true, {mini}, "1/1/1", idle});
         const QString fpLock = QStringLiteral("init=0 validSim=1 avail=0 simReady=0 fp=1");
         row("6018 frame shown", {6018, true, {}, -1, 2, true, none, "0/0/0", fpLock, "", 0, 0, 1});
@@ -224,6 +227,8 @@ private slots:
         QFETCH(Ev, e);
         zelk::sim::Device d = activeDevice();
         d.cardLock.state = e.cardLock;
+        d.status = e.deviceStatus;
+        d.radio.lte = true;
         QVERIFY(zelk::sim::updateDevice(d));
         start();
         if (e.frameShown)
@@ -231,6 +236,7 @@ private slots:
         clearRecords();
         QSignalSpy simSpy(m_service, SIGNAL(signalSIMframelaunched()));
         QSignalSpy fpSpy(m_service, SIGNAL(signalFplockOnmainframelaunched()));
+        const int dialupNotified = HostFramework::dialupService()->notifyCount();
         if (e.init)
             zelk::sim::injectEvent(zelk::Registry::DevInit, e.event, nullptr, 0);
         else if (e.listCount >= 0)
@@ -253,6 +259,11 @@ private slots:
             QCOMPARE(DeviceMgrUILogic::GetInstance()->GetLocalDeviceInfo().nDevNum, e.listCount);
         if (e.event == ZELK_EVENT_DEV_REJECT)
             QCOMPARE(CommonUtils::GetLteMode(), 0);
+        // The SDK thread sets the LTE mode whatever the status; the dial-up plugin itself gets its code.
+        if (e.event == ZELK_EVENT_DEV_DEVICE_INIT_FINISH) {
+            QCOMPARE(CommonUtils::GetLteMode(), 1);
+            QCOMPARE(HostFramework::dialupService()->notifyCount() - dialupNotified, e.notifications.size());
+        }
         if (e.event == ZELK_EVENT_DEV_ACTIVE || e.event == ZELK_EVENT_DEV_CHANGED)
             QCOMPARE(CommonUtils::GetSettings(QStringLiteral("Device"), QStringLiteral("ProductType")),
                      QStringLiteral("2"));
@@ -301,39 +312,6 @@ private slots:
         QVERIFY(svc::settle(1));
         QTEST(m_service->pinState(), "pinState");
         QTEST(m_service->cardState(), "cardState");
-    }
-
-    void initFinishNeedsAvailableDevice_data()
-    {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<bool>("lte");
-        QTest::addColumn<QStringList>("notifications");
-        QTest::addColumn<bool>("simReady");
-        QTest::addColumn<int>("lteMode");
-        QTest::newRow("available, LTE")
-            << 3 << true << QStringList{to(DIALUP_PLUGIN_CLSID, 512)} << true << 1;
-        // The SDK thread already set the LTE mode when the event arrived.
-        QTest::newRow("status 1: nothing sent") << 1 << true << QStringList() << false << 1;
-    }
-    void initFinishNeedsAvailableDevice()
-    {
-        QFETCH(int, status);
-        QFETCH(bool, lte);
-        QFETCH(QStringList, notifications);
-        zelk::sim::Device d = activeDevice();
-        d.status = status;
-        d.radio.lte = lte;
-        QVERIFY(zelk::sim::updateDevice(d));
-        start();
-        clearRecords();
-        const int dialupNotified = HostFramework::dialupService()->notifyCount();
-        svc::inject(ZELK_EVENT_DEV_DEVICE_INIT_FINISH);
-        QVERIFY(svc::settle(1));
-        QCOMPARE(svc::sent(), notifications);
-        QTEST(m_service->isSimReady(), "simReady");
-        QTEST(CommonUtils::GetLteMode(), "lteMode");
-        // The dial-up plugin itself got the code.
-        QCOMPARE(HostFramework::dialupService()->notifyCount() - dialupNotified, notifications.size());
     }
 
     void notifyCodes_data()
