@@ -83,6 +83,7 @@ class tst_ServiceThreads : public QObject
 
 private:
     HostFixture m_host;
+    CDeviceMgrService* m_service = nullptr;
 
 private slots:
     void initTestCase() { m_host.init(); }
@@ -94,6 +95,10 @@ private slots:
         g_quitDrops.store(0);
         g_handlerDrops.store(0);
         qInstallMessageHandler(&countDrops);
+        // Started, with the frame shown: every event has a handler that acts on it.
+        m_service = CDeviceMgrService::instance();
+        QVERIFY(m_service->Init());
+        m_service->Notify(NTF_FRAME_SHOWN, 0, 0);
     }
     void cleanup()
     {
@@ -105,9 +110,6 @@ private slots:
 
     void eventsKeepTheirOrderPerThread()
     {
-        CDeviceMgrService* service = CDeviceMgrService::instance();
-        QVERIFY(service->Init());
-        service->Notify(NTF_FRAME_SHOWN, 0, 0);
         constexpr int perThread = 400;
         std::atomic<bool> go{false};
         std::vector<std::thread> threads;
@@ -132,9 +134,6 @@ private slots:
 
     void stormWithQuitInTheMiddle()
     {
-        CDeviceMgrService* service = CDeviceMgrService::instance();
-        QVERIFY(service->Init());
-        service->Notify(NTF_FRAME_SHOWN, 0, 0);
         constexpr int perThread = 2000;
         std::atomic<bool> go{false};
         std::vector<std::thread> threads;
@@ -145,8 +144,8 @@ private slots:
         go.store(true);
         // Let part of the storm through the GUI thread, then quit while it still rages.
         QTRY_VERIFY_WITH_TIMEOUT(svc::g_handled.load() > 200, 10000);
-        service->appQuitStop();
-        QVERIFY(service->isAppQuit());
+        m_service->appQuitStop();
+        QVERIFY(m_service->isAppQuit());
         QVERIFY(CommonUtils::IsShuttingDown());
         const int sentAtQuit = HostFramework::notificationRecords().size();
         const int handledAtQuit = svc::g_handled.load();
@@ -185,9 +184,6 @@ private slots:
 
     void destroyWhileCallbacksRun()
     {
-        CDeviceMgrService* service = CDeviceMgrService::instance();
-        QVERIFY(service->Init());
-        service->Notify(NTF_FRAME_SHOWN, 0, 0);
         std::atomic<bool> go{false};
         std::vector<std::thread> threads;
         for (int t = 0; t < kThreads; ++t)
@@ -196,7 +192,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(svc::g_handled.load() > 100, 10000);
         // The host's order at unload: callbacks withdrawn, then the service destroyed, while the
         // SDK threads are still calling in.
-        service->unSDKRegisterEvent();
+        m_service->unSDKRegisterEvent();
         CDeviceMgrService::Destroy();
         const int handled = svc::g_handled.load();
         for (auto& t : threads)
