@@ -1,7 +1,7 @@
 // The service's start-up, its two event tables driven through the simulated card's callbacks, the
-// host notifications it answers, the first-frame work and the shut-down; and what the user and the
-// other plugins see of it: the information dialog, message boxes with the card word, the radio
-// commands and events, and the detach commands.
+// host notifications it answers and the first-frame work (the shut-down is played under several SDK
+// threads by tst_servicethreads); and what the user and the other plugins see of it: the information
+// dialog, message boxes with the card word, the radio commands and events, and the detach commands.
 #include "ServiceTestSupport.h"
 
 #include "Change.h"
@@ -390,30 +390,6 @@ private slots:
         QVERIFY(zelk::sim::waitForIdle(5000));
     }
 
-    // Events queued before the quit reach their handler and show nothing; after it, device events are
-    // dropped on the SDK's thread and init events reach a handler that ignores them.
-    void eventsAroundQuitShowNothing()
-    {
-        start();
-        showFrame();
-        svc::inject(ZELK_EVENT_DEV_ACTIVE);
-        svc::inject(ZELK_EVENT_DEV_SIM_STATE_CHANGE, {1});
-        // Both signals are queued to this thread but not delivered yet.
-        QVERIFY(zelk::sim::waitForIdle(5000));
-        QCOMPARE(svc::g_handled.load(), 0);
-        m_service->appQuitStop();
-        QVERIFY(CommonUtils::IsShuttingDown());
-        svc::inject(ZELK_EVENT_DEV_ACTIVE);
-        svc::inject(ZELK_EVENT_DEV_INIT_START);
-        QVERIFY(svc::settle(3));
-        QCOMPARE(svc::g_handledEvents, (QList<int>{ZELK_EVENT_DEV_ACTIVE, ZELK_EVENT_DEV_SIM_STATE_CHANGE,
-                                                   ZELK_EVENT_DEV_INIT_START}));
-        QCOMPARE(svc::sent(), QStringList());
-        QCOMPARE(infoTexts(), QStringList());
-        QVERIFY(!m_service->isDevInitStarted());
-        QVERIFY(!m_service->isDeviceAvailableFlag());
-    }
-
     // ---- information dialog ----------------------------------------------------------------------
 
     // A second notice replaces the text and the time of the first; one time-out closes the dialog.
@@ -426,30 +402,6 @@ private slots:
         QCOMPARE(m_service->infoTimer()->interval(), 30);
         QTRY_COMPARE_WITH_TIMEOUT(infoTexts(), QStringList(), 5000);
         QVERIFY(!m_service->infoTimer()->isActive());
-    }
-
-    void simulatedPlugInShowsNoticeAndNotifies()
-    {
-        startUi();
-        QVERIFY(zelk::sim::removeDevice(zelk::sim::activeDeviceId()));
-        QVERIFY(zelk::sim::waitForIdle(5000));
-        QTRY_COMPARE(svc::g_handledEvents,
-                     (QList<int>{ZELK_EVENT_DEV_DEVICE_REMOVED, ZELK_EVENT_DEV_LIST_CHANGED}));
-        HostFramework::clearNotificationRecords();
-        zelk::sim::Device modem = zelk::sim::defaultDevice();
-        modem.id = "plugged";
-        modem.name = "Plugged Modem";
-        std::string error;
-        QVERIFY2(zelk::sim::attachDevice(modem, &error), error.c_str());
-        QVERIFY(zelk::sim::waitForIdle(5000));
-        QTRY_COMPARE(svc::g_handledEvents.mid(2),
-                     (QList<int>{ZELK_EVENT_DEV_DETECTED, ZELK_EVENT_DEV_ACTIVE, ZELK_EVENT_DEV_INIT_START,
-                                 ZELK_EVENT_DEV_INIT_SUCCESS, ZELK_EVENT_DEV_DEVICE_NO_PIN,
-                                 ZELK_EVENT_DEV_DEVICE_INIT_FINISH}));
-        QCOMPARE(infoTexts(), QStringList{Change::tr(QStringLiteral("IDS_DETECTE_DEVICE"))});
-        QCOMPARE(svc::sent(), (QStringList{bc(581), svc::to(DIALUP_PLUGIN_CLSID, 512)}));
-        QVERIFY(m_service->isDeviceAvailableFlag());
-        QVERIFY(m_service->isSimReady());
     }
 
     void messageCarriesTheCardWord_data()
