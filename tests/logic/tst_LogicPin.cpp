@@ -36,11 +36,12 @@ void setCard(const sim::SimCard& c)
 struct Forced
 {
     QString code1, code2;
-    int forced;   // 0: the card answers itself
-    int expected; // result of the operation
-    int retries;  // out value (-7: untouched)
-    int stored;   // stored PIN status afterwards (9: untouched)
-    int calls;    // SDK calls of the operation
+    int forced;         // 0: the card answers itself
+    int expected;       // result of the operation
+    int retries;        // out value (-7: untouched)
+    int stored;         // stored PIN status afterwards (9: untouched)
+    int calls;          // SDK calls of the operation
+    bool noSim = false; // the SIM is invalid; a forced answer comes after the card counted
 };
 
 } // namespace
@@ -103,13 +104,14 @@ private slots:
         QCOMPARE(callCount("ZELK_DevSrv_GetPinStatus"), 1);
         QCOMPARE(sim::calls("ZELK_DevSrv_GetPinStatus").front().args.front(), std::string("0"));
     }
-    void pinStatusBadInput()
+    // A failed status read leaves the state and the stored status as they were and the attempts unknown.
+    void statusReadFails()
     {
         sim::clearCalls();
         QCOMPARE(m_logic->GetPinStatus(nullptr), 23);
         QCOMPARE(allCallCount(), 0);
 
-        setCard(card(true, 0, false, 7));
+        setCard(card(false));
         m_logic->m_iRetryTimes = 5;
         const int storedBefore = m_logic->GetStoredPinStatus();
         sim::failNext("ZELK_DevSrv_GetPinStatus");
@@ -118,6 +120,18 @@ private slots:
         QCOMPARE(int(state), int(kUntouched));
         QCOMPARE(m_logic->m_iRetryTimes, -1);
         QCOMPARE(m_logic->GetStoredPinStatus(), storedBefore);
+
+        // So after a failed enable too, and the service hears "not read" (8).
+        sim::failNext("ZELK_DevSrv_EnablePin");
+        sim::failNext("ZELK_DevSrv_GetPinStatus");
+        m_logic->m_iRetryTimes = 5;
+        QSignalSpy spy(m_logic, &DeviceMgrUILogic::PinStateChanged);
+        int out = 5;
+        QCOMPARE(m_logic->ProcessPIN(QStringLiteral("1234"), out, DEVMGR_PIN_ENABLE), 1);
+        QCOMPARE(out, -1);
+        QCOMPARE(m_logic->m_iRetryTimes, -1);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(int(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>()), 8);
     }
     void retryQueries_data()
     {
@@ -250,20 +264,6 @@ private slots:
             QCOMPARE(sim::calls(sdkFunction.toStdString()).front().args.front(),
                      std::string(request == DEVMGR_CARD_LOCK ? "****" : "0"));
     }
-    void enableStatusReadFails()
-    {
-        setCard(card(false));
-        sim::failNext("ZELK_DevSrv_EnablePin");
-        sim::failNext("ZELK_DevSrv_GetPinStatus");
-        QSignalSpy spy(m_logic, &DeviceMgrUILogic::PinStateChanged);
-        int out = 5;
-        QCOMPARE(m_logic->ProcessPIN(QStringLiteral("1234"), out, DEVMGR_PIN_ENABLE), 1);
-        // Nothing is known about the attempts left nor about the state: the service hears "not read".
-        QCOMPARE(out, -1);
-        QCOMPARE(m_logic->m_iRetryTimes, -1);
-        QCOMPARE(spy.count(), 1);
-        QCOMPARE(int(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>()), 8);
-    }
     void unlockPin_data()
     {
         QTest::addColumn<Forced>("f");
@@ -272,6 +272,7 @@ private slots:
         QTest::newRow("wrong PUK") << Forced{QStringLiteral("87654321"), pin, 0, 1, 5, 3, 1};
         // An answer without a count leaves the attempts unknown.
         QTest::newRow("answer -1") << Forced{puk, pin, -1, 1, -1, 3, 1};
+        QTest::newRow("no valid SIM: count ignored") << Forced{puk, pin, -1, 1, -1, 3, 1, true};
         QTest::newRow("answer 1") << Forced{puk, pin, 1, 23, -1, 9, 1};
         QTest::newRow("answer 6000") << Forced{puk, pin, 6000, 14, -1, 0, 1};
         QTest::newRow("answer 7") << Forced{puk, pin, 7, 0, -1, 9, 1};
@@ -283,35 +284,22 @@ private slots:
         QFETCH(Forced, f);
         markStoredStatus();
         setCard(card(true, 0, false, 6));
+        if (f.noSim)
+            QVERIFY(changeActiveDevice([](sim::Device& d) { d.sim.status = ZELK_SIM_STATUS_INVALID; }));
         m_logic->m_iRetryTimes = 41;
         sim::clearCalls();
         if (f.forced != 0)
-            sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_RESULT(f.forced));
+            sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_RESULT(f.forced), f.noSim);
         int out = -7;
         QCOMPARE(m_logic->UnlockPIN(f.code1, f.code2, out), f.expected);
         QCOMPARE(out, f.retries);
-        if (f.forced == 0 && f.expected == 1)
-            QCOMPARE(m_logic->m_iRetryTimes, f.retries);
+        if (f.forced <= 0 && f.expected == 1)
+            QCOMPARE(m_logic->m_iRetryTimes, f.noSim ? 41 : f.retries);
         QCOMPARE(m_logic->GetStoredPinStatus(), f.stored);
         QCOMPARE(callCount("ZELK_DevSrv_UnblockPin"), f.calls);
         // The new PIN goes to the card in its own argument, not swapped with the PUK.
         if (f.forced == 0 && f.expected == 0)
             QCOMPARE(activeDevice().sim.pin, f.code2.toStdString());
-    }
-    void unlockPinWithoutValidSimReportsUnknown()
-    {
-        // Without a valid SIM the count the card gives back means nothing.
-        setCard(card(true, 0, false, 6));
-        QVERIFY(changeActiveDevice([](sim::Device& d) { d.sim.status = ZELK_SIM_STATUS_INVALID; }));
-        m_logic->m_iRetryTimes = 41;
-        sim::clearCalls();
-        sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_ERROR_FAILURE, true);
-        int out = -7;
-        QCOMPARE(m_logic->UnlockPIN(QStringLiteral("87654321"), QStringLiteral("2468"), out), 1);
-        QCOMPARE(out, -1);
-        QCOMPARE(m_logic->m_iRetryTimes, 41);
-        QCOMPARE(m_logic->GetStoredPinStatus(), 3);
-        QCOMPARE(callCount("ZELK_DevSrv_GetSimStatus"), 1);
     }
     void modifyPin_data()
     {
