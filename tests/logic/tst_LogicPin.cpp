@@ -201,26 +201,6 @@ private slots:
         QTEST(m_logic->GetCardLockedState(), "lockedState");
         QCOMPARE(callCount("ZELK_DevSrv_GetCardLockStatus"), 1);
     }
-    void cardCustomization_data()
-    {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<bool>("write");
-        QTest::addColumn<int>("expected");
-        // The other values are played by the SIM dialog suite's card-lock stories. A fresh settings
-        // file: the key is not there yet.
-        QTest::newRow("missing") << QString() << false << 3;
-        QTest::newRow("0 support unlock") << "0" << true << 0;
-        QTest::newRow("7") << "7" << true << 3;
-        QTest::newRow("padded 1") << " 1" << true << 3;
-    }
-    void cardCustomization()
-    {
-        QFETCH(QString, value);
-        QFETCH(bool, write);
-        if (write)
-            m_host.setSetting(QStringLiteral("support"), QStringLiteral("type"), value);
-        QTEST(m_logic->GetCardCustomization(), "expected");
-    }
     // Right and wrong codes are played through the dialogs; here each request reaches its own SDK
     // function with the SIM index (the unlock code masked in the record), and bad lengths none.
     void processPinDispatch_data()
