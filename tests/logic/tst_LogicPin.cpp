@@ -262,7 +262,12 @@ private slots:
     void unlockPin()
     {
         QFETCH(Forced, f);
-        markStoredStatus();
+        // A status query leaves the stored PIN status at 9, a value no operation here writes.
+        sim::SimCard marker = card(true, 0, false, 6);
+        marker.pinStatusOverride = 9;
+        setCard(marker);
+        E_DEVMGR_PIN_STATE state = kUntouched;
+        QCOMPARE(m_logic->GetPinStatus(&state), 0);
         setCard(card(true, 0, false, 6));
         if (f.noSim)
             QVERIFY(changeActiveDevice([](sim::Device& d) { d.sim.status = ZELK_SIM_STATUS_INVALID; }));
@@ -376,16 +381,6 @@ private slots:
     }
 
 private:
-    // A status query leaves the stored PIN status at 9, a value no operation here writes.
-    void markStoredStatus()
-    {
-        sim::SimCard marker = card(true, 0, false, 6);
-        marker.pinStatusOverride = 9;
-        setCard(marker);
-        E_DEVMGR_PIN_STATE state = kUntouched;
-        QCOMPARE(m_logic->GetPinStatus(&state), 0);
-    }
-
     HostFixture m_host;
     DeviceMgrUILogic* m_logic = nullptr;
 };
