@@ -138,17 +138,17 @@ private slots:
 
     void initRegistersInOrder_data()
     {
-        QTest::addColumn<QString>("failing"); // the registration refused: Init() answers false
-        QTest::addColumn<QString>(
-            "callbacks"); // registered for init events/device events/multi-device events
-        QTest::newRow("all registered") << QString() << "1/1/1";
-        QTest::newRow("init events refused: stops at once") << "ZELK_DevSrv_RegisterDevInitEventCallback"
-                                                            << "0/0/0";
-        QTest::newRow("multi-device events refused: goes on")
-            << "ZELK_DevSrv_RegisterMultiDeviceEventCallback"
-            << "1/1/0";
-        QTest::newRow("device events refused: goes on") << "ZELK_DevSrv_RegisterDevMgrCallback"
-                                                        << "1/0/1";
+        // The registration the SDK refuses (Init() then answers false), and the callbacks registered
+        // for init events/device events/multi-device events.
+        QTest::addColumn<QString>("failing");
+        QTest::addColumn<QString>("callbacks");
+        const auto row = [](const char* name, const char* failing, const char* callbacks) {
+            QTest::newRow(name) << QString::fromLatin1(failing) << QString::fromLatin1(callbacks);
+        };
+        row("all registered", "", "1/1/1");
+        row("init events refused: stops at once", "ZELK_DevSrv_RegisterDevInitEventCallback", "0/0/0");
+        row("multi-device events refused: goes on", "ZELK_DevSrv_RegisterMultiDeviceEventCallback", "1/1/0");
+        row("device events refused: goes on", "ZELK_DevSrv_RegisterDevMgrCallback", "1/0/1");
     }
     void initRegistersInOrder()
     {
