@@ -197,6 +197,9 @@ private slots:
         const int handled = svc::g_handled.load();
         for (auto& t : threads)
             t.join();
+        // The threads may all have ended before the tear-down: late callbacks, played once more.
+        CDeviceMgrService::OnDevMgrEventsCB(ZELK_EVENT_DEV_SIM_STATE_CHANGE, nullptr);
+        CDeviceMgrService::OnDeviceMgrInitEvent(ZELK_EVENT_DEV_DEVICE_INIT_FINISH, nullptr);
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
         QCOMPARE(svc::g_handled.load(), handled);
