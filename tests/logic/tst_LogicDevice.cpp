@@ -35,25 +35,17 @@ std::unique_ptr<_ZELK_ST_MULTI_DEVICE_INFO> makeList(int count, int filled = -1)
     return list;
 }
 
-_ZELK_ST_DEVICE_INFO deviceRecord(const std::string& name, int port, int protocol = 1)
+_ZELK_ST_DEVICE_INFO deviceRecord(const std::string& name, int port)
 {
     _ZELK_ST_DEVICE_INFO record;
     std::memset(&record, 0, sizeof(record));
     record.nPort = port;
-    record.nProtocol = protocol;
     qstrncpy(record.szName, name.c_str(), sizeof(record.szName));
     return record;
 }
 
-sim::Device secondDevice()
-{
-    sim::Device device = sim::defaultDevice();
-    device.id = "second";
-    device.name = "Second Modem";
-    device.port = 7;
-    device.protocol = 2;
-    return device;
-}
+// SetDeviceInfo's count for "no list at all".
+constexpr int kNoList = -1000;
 
 } // namespace
 
@@ -96,6 +88,7 @@ private slots:
         // Refused whole: the list from before stays.
         QTest::newRow("65") << 65 << 3 << 3 << false;
         QTest::newRow("negative") << -5 << -5 << 0 << false;
+        QTest::newRow("no list") << kNoList << 3 << 0 << false;
     }
     void setDeviceInfoCounts()
     {
@@ -105,11 +98,11 @@ private slots:
 
         // What was there before: a current device and a list of three other devices.
         m_logic->ClearDeviceInfo();
-        auto current = makeList(1);
-        qstrcpy(current->stDevInfo[0].szName, "Previous");
-        current->stDevInfo[0].nPort = 99;
-        current->stDevInfo[0].nProtocol = 98;
-        m_logic->SetDeviceInfo(current.get());
+        auto previous = makeList(1);
+        qstrcpy(previous->stDevInfo[0].szName, "Previous");
+        previous->stDevInfo[0].nPort = 99;
+        previous->stDevInfo[0].nProtocol = 98;
+        m_logic->SetDeviceInfo(previous.get());
         auto before = makeList(3);
         for (int i = 0; i < 3; ++i)
             qsnprintf(before->stDevInfo[i].szName, 128, "Old %d", i);
@@ -117,7 +110,7 @@ private slots:
 
         // Entries past the count carry data too: none of it may be copied.
         auto list = makeList(count, MAX_DEVICE_COUNT);
-        m_logic->SetDeviceInfo(list.get());
+        m_logic->SetDeviceInfo(count == kNoList ? nullptr : list.get());
 
         const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
         QTEST(stored.nDevNum, "storedCount");
@@ -134,74 +127,29 @@ private slots:
                 QVERIFY2(name.isEmpty(), qPrintable(name));
             }
         }
-        if (takesOver) {
-            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-            QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-            QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
-        } else {
-            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Previous"));
-            QCOMPARE(m_logic->GetLocalDevicePortNo(), 99);
-            QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 98);
-        }
-    }
-    void setDeviceInfoNull()
-    {
-        m_logic->SetDeviceInfo(makeList(1).get());
-        m_logic->SetDeviceInfo(nullptr);
-        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 1);
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
+        QCOMPARE(current(), takesOver ? QStringLiteral("Modem 0/10/20") : QStringLiteral("Previous/99/98"));
     }
     void setDeviceInfoStaysInsideTheRecord()
     {
-        // An SDK may hand over a record that holds only the listed entries, with names that fill their
+        // An SDK may hand over a record that holds only the listed entries, with a name that fills its
         // field: anything read past them is outside the heap block (an AddressSanitizer error). The block
-        // is written byte-wise, as such an SDK would fill it.
+        // is written byte-wise, as such an SDK would fill it; its lone device becomes the current one.
         const std::size_t size =
-            offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + 2 * sizeof(_ZELK_ST_DEVICE_INFO);
+            offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) + sizeof(_ZELK_ST_DEVICE_INFO);
         auto* bytes = static_cast<unsigned char*>(std::malloc(size));
         QVERIFY(bytes);
         std::memset(bytes, 'Q', size);
-        const int two = 2;
-        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, nDevNum), &two, sizeof two);
-        for (int i = 0; i < 2; ++i) {
-            const int port = i + 1;
-            std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) +
-                            i * sizeof(_ZELK_ST_DEVICE_INFO) + offsetof(_ZELK_ST_DEVICE_INFO, nPort),
-                        &port, sizeof port);
-        }
+        const int one = 1, port = 4;
+        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, nDevNum), &one, sizeof one);
+        std::memcpy(bytes + offsetof(_ZELK_ST_MULTI_DEVICE_INFO, stDevInfo) +
+                        offsetof(_ZELK_ST_DEVICE_INFO, nPort),
+                    &port, sizeof port);
         m_logic->SetDeviceInfo(reinterpret_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(bytes));
         std::free(bytes);
-        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 2);
-        QCOMPARE(m_logic->GetLocalDeviceInfo().stDevInfo[1].nPort, 2);
-        QCOMPARE(qstrlen(m_logic->GetLocalDeviceInfo().stDevInfo[1].szName), uint(ZELK_DEVICE_NAME_SIZE - 1));
-
-        // A full list whose last name ends where the heap block ends.
-        void* block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-        QVERIFY(block);
-        std::memset(block, 0, sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-        auto* list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-        list->nDevNum = MAX_DEVICE_COUNT;
-        for (_ZELK_ST_DEVICE_INFO& device : list->stDevInfo)
-            std::memset(device.szName, 'N', sizeof(device.szName));
-        m_logic->SetDeviceInfo(list);
-        std::free(block);
-
-        const _ZELK_ST_MULTI_DEVICE_INFO stored = m_logic->GetLocalDeviceInfo();
-        QCOMPARE(stored.nDevNum, MAX_DEVICE_COUNT);
-        const _ZELK_ST_DEVICE_INFO& last = stored.stDevInfo[MAX_DEVICE_COUNT - 1];
-        QCOMPARE(last.szName[ZELK_DEVICE_NAME_SIZE - 1], '\0');
-        QCOMPARE(QString::fromLatin1(last.szName), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('N')));
-
-        // The lone device of a list becomes the current one: its name is cut the same way.
-        block = std::malloc(sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-        QVERIFY(block);
-        list = static_cast<_ZELK_ST_MULTI_DEVICE_INFO*>(block);
-        std::memset(block, 'M', sizeof(_ZELK_ST_MULTI_DEVICE_INFO));
-        list->nDevNum = 1;
-        list->stDevInfo[0].nPort = 4;
-        m_logic->SetDeviceInfo(list);
-        std::free(block);
-        QCOMPARE(m_logic->GetLocalDeviceName(), QString(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('M')));
+        const QString cut(ZELK_DEVICE_NAME_SIZE - 1, QLatin1Char('Q'));
+        QCOMPARE(m_logic->GetLocalDeviceInfo().nDevNum, 1);
+        QCOMPARE(QString::fromLatin1(m_logic->GetLocalDeviceInfo().stDevInfo[0].szName), cut);
+        QCOMPARE(m_logic->GetLocalDeviceName(), cut);
         QCOMPARE(m_logic->GetLocalDevicePortNo(), 4);
     }
     void selectOtherDevice_data()
@@ -216,53 +164,56 @@ private slots:
         QFETCH(bool, connected);
         QFETCH(int, disconnects);
         const std::string firstId = sim::activeDeviceId();
+        sim::Device second = sim::defaultDevice();
+        second.id = "second";
+        second.name = "Second Modem";
+        second.port = 7;
         std::string error;
-        QVERIFY2(sim::attachDevice(secondDevice(), &error), error.c_str());
+        QVERIFY2(sim::attachDevice(second, &error), error.c_str());
         QVERIFY(sim::selectDevice(firstId));
         m_logic->ClearDeviceInfo();
         m_logic->SetDeviceInfo(makeList(1).get()); // current port 10, protocol 20
         HostFramework::dialupService()->setConnected(connected);
         sim::clearCalls();
 
-        QCOMPARE(m_logic->SelectDevice(deviceRecord("Second Modem", 7, 2)), 0);
-        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
-        const sim::CallRecord record = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
-        QCOMPARE(record.args.size(), std::size_t(3));
+        QCOMPARE(m_logic->SelectDevice(deviceRecord("Second Modem", 7)), 0);
+        const std::vector<sim::CallRecord> calls = sim::calls("ZELK_DevSrv_ManualChangeDevice");
+        QCOMPARE(calls.size(), std::size_t(1));
         // Texts appear quoted in the record.
-        QCOMPARE(record.args[0], std::string("\"Second Modem\""));
-        QCOMPARE(record.args[1], std::string("\"\""));
-        QCOMPARE(record.args[2], std::string("7"));
+        QCOMPARE(calls.front().args, (std::vector<std::string>{"\"Second Modem\"", "\"\"", "7"}));
         QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QStringLiteral("second"));
         QCOMPARE(HostFramework::dialupService()->disconnectCount(), disconnects);
         if (disconnects)
             QCOMPARE(HostFramework::dialupService()->disconnectReasons(), QList<int>{0});
         // The name follows at once; port and protocol come with the next list or status query.
-        QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Second Modem"));
-        QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
+        QCOMPARE(current(), QStringLiteral("Second Modem/10/20"));
+    }
+    // A refused change leaves the current device as it was.
+    void selectRefused_data()
+    {
+        QTest::addColumn<bool>("fillsField");
+        QTest::newRow("same name, other port: another device") << false;
+        QTest::newRow("name filling its field: cut") << true;
     }
     void selectRefused()
     {
+        QFETCH(bool, fillsField);
         const sim::Device active = activeDevice();
         m_logic->ClearDeviceInfo();
         m_logic->SetDeviceInfo(makeList(1).get());
+        _ZELK_ST_DEVICE_INFO record = deviceRecord(active.name, active.port + 1);
+        if (fillsField)
+            std::memset(record.szName, 'Z', sizeof(record.szName));
+        sim::clearCalls();
         sim::failNext("ZELK_DevSrv_ManualChangeDevice");
 
-        // Same name on another port is another device.
-        QCOMPARE(m_logic->SelectDevice(deviceRecord(active.name, active.port + 1)), 1);
-        QCOMPARE(callCount("ZELK_DevSrv_ManualChangeDevice"), 1);
+        QCOMPARE(m_logic->SelectDevice(record), 1);
+        const std::vector<sim::CallRecord> calls = sim::calls("ZELK_DevSrv_ManualChangeDevice");
+        QCOMPARE(calls.size(), std::size_t(1));
+        const std::string sent = fillsField ? std::string(ZELK_DEVICE_NAME_SIZE - 1, 'Z') : active.name;
+        QCOMPARE(calls.front().args[0], '"' + sent + '"');
         QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
         QCOMPARE(QString::fromStdString(sim::activeDeviceId()), QString::fromStdString(active.id));
-    }
-    void selectUnterminatedName()
-    {
-        _ZELK_ST_DEVICE_INFO record = deviceRecord("", 42);
-        std::memset(record.szName, 'Z', sizeof(record.szName));
-        sim::failNext("ZELK_DevSrv_ManualChangeDevice");
-        sim::clearCalls();
-        QCOMPARE(m_logic->SelectDevice(record), 1);
-        const sim::CallRecord call = sim::calls("ZELK_DevSrv_ManualChangeDevice").front();
-        QCOMPARE(call.args[0], '"' + std::string(ZELK_DEVICE_NAME_SIZE - 1, 'Z') + '"');
     }
 
     void systemDevStatus_data()
@@ -270,19 +221,21 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("failing"); // SDK function made to fail, or empty
         QTest::addColumn<int>("expected");
-        QTest::addColumn<bool>("takesOver");
         QTest::addColumn<int>("sdkCalls");
-        QTest::newRow("available") << 3 << QString() << 3 << true << 3;
-        QTest::newRow("initialising") << 2 << QString() << 2 << false << 3;
-        QTest::newRow("status fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevStatus") << 0 << false << 1;
-        QTest::newRow("name fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDeviceName") << 0 << false << 2;
-        QTest::newRow("port fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevicePort") << 0 << false << 3;
+        QTest::addColumn<QString>("current");
+        // An available device is taken over; the SDK hands out at most 23 characters of the name.
+        const QString taken = QStringLiteral("A Modem With A Rather L/5/20"),
+                      kept = QStringLiteral("Modem 0/10/20");
+        QTest::newRow("available") << 3 << QString() << 3 << 3 << taken;
+        QTest::newRow("initialising") << 2 << QString() << 2 << 3 << kept;
+        QTest::newRow("status fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevStatus") << 0 << 1 << kept;
+        QTest::newRow("name fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDeviceName") << 0 << 2 << kept;
+        QTest::newRow("port fails") << 3 << QStringLiteral("ZELK_DevSrv_GetDevicePort") << 0 << 3 << kept;
     }
     void systemDevStatus()
     {
         QFETCH(int, status);
         QFETCH(QString, failing);
-        QFETCH(bool, takesOver);
         QVERIFY(changeActiveDevice([&](sim::Device& d) {
             d.status = status;
             d.name = "A Modem With A Rather Long Name";
@@ -296,15 +249,7 @@ private slots:
 
         QTEST(m_logic->GetSystemDevStatus(), "expected");
         QTEST(allCallCount(), "sdkCalls");
-        if (takesOver) {
-            // The SDK hands out at most 23 characters of the name.
-            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("A Modem With A Rather L"));
-            QCOMPARE(m_logic->GetLocalDevicePortNo(), 5);
-        } else {
-            QCOMPARE(m_logic->GetLocalDeviceName(), QStringLiteral("Modem 0"));
-            QCOMPARE(m_logic->GetLocalDevicePortNo(), 10);
-        }
-        QCOMPARE(m_logic->GetCurrentDeviceProtocol(), 20);
+        QTEST(current(), "current");
     }
     void deviceNameAndPort_data()
     {
@@ -390,6 +335,15 @@ private slots:
     }
 
 private:
+    // The current device as the logic layer keeps it, "name/port/protocol".
+    QString current() const
+    {
+        return QStringLiteral("%1/%2/%3")
+            .arg(m_logic->GetLocalDeviceName())
+            .arg(m_logic->GetLocalDevicePortNo())
+            .arg(m_logic->GetCurrentDeviceProtocol());
+    }
+
     HostFixture m_host;
     DeviceMgrUILogic* m_logic = nullptr;
 };

@@ -7,7 +7,6 @@
 #include "LogicTestSupport.h"
 #include <QtWidgets/QMainWindow> // HostFixture keeps a QPointer to one
 
-#include <QtCore/QMutex>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
@@ -37,26 +36,13 @@ void setCard(const sim::SimCard& c)
 struct Forced
 {
     QString code1, code2;
-    int forced;   // 0: the card answers itself
-    int expected; // result of the operation
-    int retries;  // out value (-7: untouched)
-    int stored;   // stored PIN status afterwards (9: untouched)
-    int calls;    // SDK calls of the operation
+    int forced;         // 0: the card answers itself
+    int expected;       // result of the operation
+    int retries;        // out value (-7: untouched)
+    int stored;         // stored PIN status afterwards (9: untouched)
+    int calls;          // SDK calls of the operation
+    bool noSim = false; // the SIM is invalid; a forced answer comes after the card counted
 };
-
-QtMessageHandler g_previousHandler = nullptr;
-QStringList g_log;
-QMutex g_logMutex;
-
-void captureMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
-{
-    {
-        QMutexLocker lock(&g_logMutex);
-        g_log << message;
-    }
-    if (g_previousHandler)
-        g_previousHandler(type, context, message);
-}
 
 } // namespace
 
@@ -118,13 +104,14 @@ private slots:
         QCOMPARE(callCount("ZELK_DevSrv_GetPinStatus"), 1);
         QCOMPARE(sim::calls("ZELK_DevSrv_GetPinStatus").front().args.front(), std::string("0"));
     }
-    void pinStatusBadInput()
+    // A failed status read leaves the state and the stored status as they were and the attempts unknown.
+    void statusReadFails()
     {
         sim::clearCalls();
         QCOMPARE(m_logic->GetPinStatus(nullptr), 23);
         QCOMPARE(allCallCount(), 0);
 
-        setCard(card(true, 0, false, 7));
+        setCard(card(false));
         m_logic->m_iRetryTimes = 5;
         const int storedBefore = m_logic->GetStoredPinStatus();
         sim::failNext("ZELK_DevSrv_GetPinStatus");
@@ -133,6 +120,18 @@ private slots:
         QCOMPARE(int(state), int(kUntouched));
         QCOMPARE(m_logic->m_iRetryTimes, -1);
         QCOMPARE(m_logic->GetStoredPinStatus(), storedBefore);
+
+        // So after a failed enable too, and the service hears "not read" (8).
+        sim::failNext("ZELK_DevSrv_EnablePin");
+        sim::failNext("ZELK_DevSrv_GetPinStatus");
+        m_logic->m_iRetryTimes = 5;
+        QSignalSpy spy(m_logic, &DeviceMgrUILogic::PinStateChanged);
+        int out = 5;
+        QCOMPARE(m_logic->ProcessPIN(QStringLiteral("1234"), out, DEVMGR_PIN_ENABLE), 1);
+        QCOMPARE(out, -1);
+        QCOMPARE(m_logic->m_iRetryTimes, -1);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(int(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>()), 8);
     }
     void retryQueries_data()
     {
@@ -202,26 +201,6 @@ private slots:
         QTEST(m_logic->GetCardLockedState(), "lockedState");
         QCOMPARE(callCount("ZELK_DevSrv_GetCardLockStatus"), 1);
     }
-    void cardCustomization_data()
-    {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<bool>("write");
-        QTest::addColumn<int>("expected");
-        // The other values are played by the SIM dialog suite's card-lock stories. A fresh settings
-        // file: the key is not there yet.
-        QTest::newRow("missing") << QString() << false << 3;
-        QTest::newRow("0 support unlock") << "0" << true << 0;
-        QTest::newRow("7") << "7" << true << 3;
-        QTest::newRow("padded 1") << " 1" << true << 3;
-    }
-    void cardCustomization()
-    {
-        QFETCH(QString, value);
-        QFETCH(bool, write);
-        if (write)
-            m_host.setSetting(QStringLiteral("support"), QStringLiteral("type"), value);
-        QTEST(m_logic->GetCardCustomization(), "expected");
-    }
     // Right and wrong codes are played through the dialogs; here each request reaches its own SDK
     // function with the SIM index (the unlock code masked in the record), and bad lengths none.
     void processPinDispatch_data()
@@ -248,8 +227,7 @@ private slots:
         QFETCH(QString, code);
         QFETCH(QString, sdkFunction);
         // PIN on and entered: each request has something to do on this card.
-        sim::SimCard c = card(request != DEVMGR_PIN_ENABLE, 3, request != DEVMGR_PIN_ENABLE);
-        setCard(c);
+        setCard(card(request != DEVMGR_PIN_ENABLE, 3, request != DEVMGR_PIN_ENABLE));
         QVERIFY(changeActiveDevice([](sim::Device& d) { d.cardLock.state = ZELK_CARD_LOCK_LOCKED; }));
         sim::clearCalls();
 
@@ -265,20 +243,6 @@ private slots:
             QCOMPARE(sim::calls(sdkFunction.toStdString()).front().args.front(),
                      std::string(request == DEVMGR_CARD_LOCK ? "****" : "0"));
     }
-    void enableStatusReadFails()
-    {
-        setCard(card(false));
-        sim::failNext("ZELK_DevSrv_EnablePin");
-        sim::failNext("ZELK_DevSrv_GetPinStatus");
-        QSignalSpy spy(m_logic, &DeviceMgrUILogic::PinStateChanged);
-        int out = 5;
-        QCOMPARE(m_logic->ProcessPIN(QStringLiteral("1234"), out, DEVMGR_PIN_ENABLE), 1);
-        // Nothing is known about the attempts left nor about the state: the service hears "not read".
-        QCOMPARE(out, -1);
-        QCOMPARE(m_logic->m_iRetryTimes, -1);
-        QCOMPARE(spy.count(), 1);
-        QCOMPARE(int(spy.at(0).at(0).value<E_DEVMGR_PIN_STATE>()), 8);
-    }
     void unlockPin_data()
     {
         QTest::addColumn<Forced>("f");
@@ -287,6 +251,7 @@ private slots:
         QTest::newRow("wrong PUK") << Forced{QStringLiteral("87654321"), pin, 0, 1, 5, 3, 1};
         // An answer without a count leaves the attempts unknown.
         QTest::newRow("answer -1") << Forced{puk, pin, -1, 1, -1, 3, 1};
+        QTest::newRow("no valid SIM: count ignored") << Forced{puk, pin, -1, 1, -1, 3, 1, true};
         QTest::newRow("answer 1") << Forced{puk, pin, 1, 23, -1, 9, 1};
         QTest::newRow("answer 6000") << Forced{puk, pin, 6000, 14, -1, 0, 1};
         QTest::newRow("answer 7") << Forced{puk, pin, 7, 0, -1, 9, 1};
@@ -296,43 +261,29 @@ private slots:
     void unlockPin()
     {
         QFETCH(Forced, f);
-        markStoredStatus();
+        // A status query leaves the stored PIN status at 9, a value no operation here writes.
+        sim::SimCard marker = card(true, 0, false, 6);
+        marker.pinStatusOverride = 9;
+        setCard(marker);
+        E_DEVMGR_PIN_STATE state = kUntouched;
+        QCOMPARE(m_logic->GetPinStatus(&state), 0);
         setCard(card(true, 0, false, 6));
+        if (f.noSim)
+            QVERIFY(changeActiveDevice([](sim::Device& d) { d.sim.status = ZELK_SIM_STATUS_INVALID; }));
         m_logic->m_iRetryTimes = 41;
         sim::clearCalls();
         if (f.forced != 0)
-            sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_RESULT(f.forced));
+            sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_RESULT(f.forced), f.noSim);
         int out = -7;
         QCOMPARE(m_logic->UnlockPIN(f.code1, f.code2, out), f.expected);
         QCOMPARE(out, f.retries);
-        if (f.forced == 0 && f.expected == 1)
-            QCOMPARE(m_logic->m_iRetryTimes, f.retries);
+        if (f.forced <= 0 && f.expected == 1)
+            QCOMPARE(m_logic->m_iRetryTimes, f.noSim ? 41 : f.retries);
         QCOMPARE(m_logic->GetStoredPinStatus(), f.stored);
         QCOMPARE(callCount("ZELK_DevSrv_UnblockPin"), f.calls);
-    }
-    void unlockPinPassesNewPinBeforePuk()
-    {
-        setCard(card(true, 0, false, 6));
-        int out = 0;
-        QCOMPARE(m_logic->UnlockPIN(QStringLiteral("12345678"), QStringLiteral("97531"), out), 0);
-        QCOMPARE(activeDevice().sim.pin, std::string("97531"));
-        // The card now takes the new PIN.
-        QCOMPARE(m_logic->processVerifyPIN(out, QStringLiteral("97531")), 0);
-    }
-    void unlockPinWithoutValidSimReportsUnknown()
-    {
-        // Without a valid SIM the count the card gives back means nothing.
-        setCard(card(true, 0, false, 6));
-        QVERIFY(changeActiveDevice([](sim::Device& d) { d.sim.status = ZELK_SIM_STATUS_INVALID; }));
-        m_logic->m_iRetryTimes = 41;
-        sim::clearCalls();
-        sim::forceResult("ZELK_DevSrv_UnblockPin", 1, ZELK_ERROR_FAILURE, true);
-        int out = -7;
-        QCOMPARE(m_logic->UnlockPIN(QStringLiteral("87654321"), QStringLiteral("2468"), out), 1);
-        QCOMPARE(out, -1);
-        QCOMPARE(m_logic->m_iRetryTimes, 41);
-        QCOMPARE(m_logic->GetStoredPinStatus(), 3);
-        QCOMPARE(callCount("ZELK_DevSrv_GetSimStatus"), 1);
+        // The new PIN goes to the card in its own argument, not swapped with the PUK.
+        if (f.forced == 0 && f.expected == 0)
+            QCOMPARE(activeDevice().sim.pin, f.code2.toStdString());
     }
     void modifyPin_data()
     {
@@ -379,72 +330,54 @@ private slots:
     {
         QFETCH(QString, operation);
         QFETCH(bool, right);
-        const bool isUnblock = operation == QLatin1String("unblock");
-        const bool isCardLock = operation == QLatin1String("cardlock");
-        const bool twoCodes =
-            isUnblock || operation == QLatin1String("change") || operation == QLatin1String("compare");
+        const auto is = [&](const char* op) { return operation == QLatin1String(op); };
         // Distinctive codes that no time stamp, port or count could spell by chance.
         const QString first =
-            isUnblock || isCardLock ? QStringLiteral("86420975") : QStringLiteral("7391586");
-        const QString second = !twoCodes                               ? QString()
-                               : operation == QLatin1String("compare") ? first
-                                                                       : QStringLiteral("5927318");
+            is("unblock") || is("cardlock") ? QStringLiteral("86420975") : QStringLiteral("7391586");
+        const QString second = is("compare")                   ? first
+                               : is("unblock") || is("change") ? QStringLiteral("5927318")
+                                                               : QString();
         const std::string other = "24681357";
         QVERIFY(changeActiveDevice([&](sim::Device& d) {
-            d.sim.pinEnabled = operation != QLatin1String("enable");
-            d.sim.pinVerified = operation != QLatin1String("verify");
-            d.sim.pinAttempts = isUnblock ? 0 : 3;
-            d.sim.pin = right && !isUnblock && !isCardLock ? first.toStdString() : other.substr(0, 7);
-            d.sim.puk = right && isUnblock ? first.toStdString() : other;
-            d.cardLock.code = right && isCardLock ? first.toStdString() : other;
+            d.sim.pinEnabled = !is("enable");
+            d.sim.pinVerified = !is("verify");
+            d.sim.pinAttempts = is("unblock") ? 0 : 3;
+            d.sim.pin = right && !is("unblock") && !is("cardlock") ? first.toStdString() : other.substr(0, 7);
+            d.sim.puk = right && is("unblock") ? first.toStdString() : other;
+            d.cardLock.code = right && is("cardlock") ? first.toStdString() : other;
             d.cardLock.state = ZELK_CARD_LOCK_LOCKED;
         }));
         sim::clearCalls();
-        g_log.clear();
-        g_previousHandler = qInstallMessageHandler(captureMessage);
+        svc::startLogCapture();
         int retries = 0;
-        if (operation == QLatin1String("verify"))
-            m_logic->ProcessPIN(first, retries, DEVMGR_PIN_VERIFY);
-        else if (operation == QLatin1String("enable"))
-            m_logic->ProcessPIN(first, retries, DEVMGR_PIN_ENABLE);
-        else if (operation == QLatin1String("disable"))
-            m_logic->ProcessPIN(first, retries, DEVMGR_PIN_DISABLE);
-        else if (isUnblock)
+        if (is("unblock"))
             m_logic->UnlockPIN(first, second, retries);
-        else if (operation == QLatin1String("change"))
+        else if (is("change"))
             m_logic->ModifyPIN(first, second, retries);
-        else if (isCardLock)
-            m_logic->ProcessPIN(first, retries, DEVMGR_CARD_LOCK);
-        else
+        else if (is("compare"))
             QCOMPARE(m_logic->ValidatePINs(first, second), 0);
-        qInstallMessageHandler(g_previousHandler);
+        else
+            m_logic->ProcessPIN(first, retries,
+                                is("verify")    ? DEVMGR_PIN_VERIFY
+                                : is("enable")  ? DEVMGR_PIN_ENABLE
+                                : is("disable") ? DEVMGR_PIN_DISABLE
+                                                : DEVMGR_CARD_LOCK);
+        qInstallMessageHandler(nullptr);
 
-        const QString log = g_log.join(QLatin1Char('\n'));
+        const QString log = svc::g_log.join(QLatin1Char('\n'));
         // The handler really saw the operation's log lines.
         QVERIFY2(log.contains(QStringLiteral(" : Entered")), qPrintable(log));
-        for (const QString& code : {first, second}) {
-            if (code.isEmpty())
-                continue;
+        for (const QString& code : second.isEmpty() ? QStringList{first} : QStringList{first, second}) {
             QVERIFY2(!log.contains(code), qPrintable(log));
             QVERIFY2(!allRecordedArgs().contains(code), qPrintable(allRecordedArgs()));
         }
-        if (operation == QLatin1String("verify"))
+        if (is("verify"))
             QVERIFY2(log.contains(QStringLiteral("szPinCode = ********")), qPrintable(log));
-        if (operation != QLatin1String("compare"))
+        if (!is("compare"))
             QVERIFY(allCallCount() > 0);
     }
 
 private:
-    // A status query leaves the stored PIN status at 9, a value no operation here writes.
-    void markStoredStatus()
-    {
-        sim::SimCard marker = card(true, 0, false, 6);
-        marker.pinStatusOverride = 9;
-        setCard(marker);
-        E_DEVMGR_PIN_STATE state = kUntouched;
-        QCOMPARE(m_logic->GetPinStatus(&state), 0);
-    }
-
     HostFixture m_host;
     DeviceMgrUILogic* m_logic = nullptr;
 };

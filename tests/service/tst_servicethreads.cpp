@@ -36,15 +36,16 @@ void countDrops(QtMsgType, const QMessageLogContext&, const QString& message)
         g_handlerDrops.fetch_add(1);
 }
 
-// One SDK thread: a mix of every kind of event the callbacks take, each with its data.
-void storm(int thread, int count, const std::atomic<bool>* go)
+// One SDK thread: a mix of the first `kinds` kinds of event the callbacks take (8: all), each with
+// its data. Kind 0 is the tagged unknown event.
+void storm(int thread, int count, int kinds, const std::atomic<bool>* go)
 {
     while (!go->load())
         std::this_thread::yield();
     const std::vector<unsigned char> list = svc::deviceList(1 + thread % 2);
     for (int i = 0; i < count; ++i) {
         uint32_t words[2] = {uint32_t(i % 2), 1u};
-        switch (i % 8) {
+        switch (i % kinds) {
         case 0:
             CDeviceMgrService::OnDevMgrEventsCB(tag(thread, i), nullptr);
             break;
@@ -82,6 +83,7 @@ class tst_ServiceThreads : public QObject
 
 private:
     HostFixture m_host;
+    CDeviceMgrService* m_service = nullptr;
 
 private slots:
     void initTestCase() { m_host.init(); }
@@ -93,6 +95,10 @@ private slots:
         g_quitDrops.store(0);
         g_handlerDrops.store(0);
         qInstallMessageHandler(&countDrops);
+        // Started, with the frame shown: every event has a handler that acts on it.
+        m_service = CDeviceMgrService::instance();
+        QVERIFY(m_service->Init());
+        m_service->Notify(NTF_FRAME_SHOWN, 0, 0);
     }
     void cleanup()
     {
@@ -104,20 +110,11 @@ private slots:
 
     void eventsKeepTheirOrderPerThread()
     {
-        CDeviceMgrService* service = CDeviceMgrService::instance();
-        QVERIFY(service->Init());
-        service->Notify(NTF_FRAME_SHOWN, 0, 0);
         constexpr int perThread = 400;
         std::atomic<bool> go{false};
         std::vector<std::thread> threads;
-        for (int t = 0; t < kThreads; ++t) {
-            threads.emplace_back([t, &go] {
-                while (!go.load())
-                    std::this_thread::yield();
-                for (int i = 0; i < perThread; ++i)
-                    CDeviceMgrService::OnDevMgrEventsCB(tag(t, i), nullptr);
-            });
-        }
+        for (int t = 0; t < kThreads; ++t)
+            threads.emplace_back(storm, t, perThread, 1, &go);
         // The simulated card's own delivery thread joins in.
         for (int i = 0; i < perThread; ++i)
             svc::inject(tag(kThreads, i));
@@ -137,21 +134,18 @@ private slots:
 
     void stormWithQuitInTheMiddle()
     {
-        CDeviceMgrService* service = CDeviceMgrService::instance();
-        QVERIFY(service->Init());
-        service->Notify(NTF_FRAME_SHOWN, 0, 0);
         constexpr int perThread = 2000;
         std::atomic<bool> go{false};
         std::vector<std::thread> threads;
         for (int t = 0; t < kThreads; ++t)
-            threads.emplace_back(storm, t, perThread, &go);
+            threads.emplace_back(storm, t, perThread, 8, &go);
         for (int i = 0; i < 200; ++i)
             svc::inject(ZELK_EVENT_DEV_SIM_STATE_CHANGE, {uint32_t(i % 3)});
         go.store(true);
         // Let part of the storm through the GUI thread, then quit while it still rages.
         QTRY_VERIFY_WITH_TIMEOUT(svc::g_handled.load() > 200, 10000);
-        service->appQuitStop();
-        QVERIFY(service->isAppQuit());
+        m_service->appQuitStop();
+        QVERIFY(m_service->isAppQuit());
         QVERIFY(CommonUtils::IsShuttingDown());
         const int sentAtQuit = HostFramework::notificationRecords().size();
         const int handledAtQuit = svc::g_handled.load();
@@ -190,26 +184,28 @@ private slots:
 
     void destroyWhileCallbacksRun()
     {
-        CDeviceMgrService* service = CDeviceMgrService::instance();
-        QVERIFY(service->Init());
-        service->Notify(NTF_FRAME_SHOWN, 0, 0);
         std::atomic<bool> go{false};
         std::vector<std::thread> threads;
         for (int t = 0; t < kThreads; ++t)
-            threads.emplace_back(storm, t, 3000, &go);
+            threads.emplace_back(storm, t, 3000, 8, &go);
         go.store(true);
         QTRY_VERIFY_WITH_TIMEOUT(svc::g_handled.load() > 100, 10000);
         // The host's order at unload: callbacks withdrawn, then the service destroyed, while the
         // SDK threads are still calling in.
-        service->unSDKRegisterEvent();
+        m_service->unSDKRegisterEvent();
         CDeviceMgrService::Destroy();
         const int handled = svc::g_handled.load();
         for (auto& t : threads)
             t.join();
+        // The threads may all have ended before the tear-down: late callbacks, played once more.
+        CDeviceMgrService::OnDevMgrEventsCB(ZELK_EVENT_DEV_SIM_STATE_CHANGE, nullptr);
+        CDeviceMgrService::OnDeviceMgrInitEvent(ZELK_EVENT_DEV_DEVICE_INIT_FINISH, nullptr);
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
         QCOMPARE(svc::g_handled.load(), handled);
         QCOMPARE(HostFixture::visibleTopLevels().size(), 0);
+        // A second tear-down is harmless.
+        CDeviceMgrService::Destroy();
     }
 };
 
