@@ -54,6 +54,21 @@ inline QPushButton* button(const QString& name)
     return dlg()->findChild<QPushButton*>(QStringLiteral("DeviceMgrUIplugin_Button") + name);
 }
 
+// The card's calls without "ZELK_", arguments unquoted; registrations by name only (their argument
+// is an address).
+inline QStringList sdkCalls()
+{
+    QStringList out;
+    for (const auto& c : zelk::sim::calls()) {
+        QStringList args;
+        for (const auto& a : c.args)
+            args << QString::fromStdString(a).remove(QLatin1Char('"'));
+        const QString name = QString::fromStdString(c.function).remove(QStringLiteral("ZELK_"));
+        out << (name.contains(QLatin1String("Register")) ? name : name + '(' + args.join(',') + ')');
+    }
+    return out;
+}
+
 // A suite that opens the wizard itself: every test starts on a CDMA card that is not activated, with
 // the card's call record and the log empty, and leaves no wizard behind.
 class WizardSuite : public QObject

@@ -35,17 +35,12 @@ class tst_ActivationManual : public acttest::WizardSuite
             .arg(g_pActivationInstance.load()->page())
             .arg(button("Next")->isEnabled() ? "on" : "off", label("labelMessage"));
     }
-    // The card's calls of manual activation, arguments unquoted.
+    // The card's calls of manual activation.
     static QString sdk()
     {
-        QStringList out;
-        for (const auto& c : zelk::sim::calls()) {
-            std::string args;
-            for (const auto& a : c.args)
-                args += (args.empty() ? "" : ",") + a;
-            out << QString::fromStdString(c.function + '(' + args + ')').remove('"').remove("ZELK_DevSrv_");
-        }
-        return out.filter(QRegExp("^(GetESN|Verify|Update|Manual)")).join(' ');
+        const QStringList calls =
+            acttest::sdkCalls().filter(QRegExp("^DevSrv_(GetESN|Verify|Update|Manual)"));
+        return calls.join(' ').remove("DevSrv_");
     }
 
     void open(const QByteArray& xml, int lock = 0, const QString& esn = "1A2B3C4D", const QString& meid = "")

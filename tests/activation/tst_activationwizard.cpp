@@ -25,18 +25,6 @@ QString shown()
              label && label->isVisible() ? label->text() : "-", radio && radio->isChecked() ? " auto" : "");
 }
 
-// The calls the card saw; registrations by name only.
-QStringList sdk()
-{
-    QStringList out;
-    for (const auto& c : zelk::sim::calls()) {
-        const QString name = QString::fromStdString(c.function).remove(QStringLiteral("ZELK_"));
-        const QString arg = QString::fromStdString(c.args.empty() ? "" : c.args[0]).remove(QLatin1Char('"'));
-        out << (name.contains(QLatin1String("Register")) ? name : name + '(' + arg + ')');
-    }
-    return out;
-}
-
 const QStringList kStart = {"DevSrv_RegisterDevMgrCallback", "CallSrv_RegisterCallEventHandler"};
 const QStringList kEnd = {"DevSrv_UnRegisterDevMgrCallback", "CallSrv_UnRegisterCallEventHandler"};
 const QStringList kClear = {"DevSrv_OTAAutoActClear(*228)"};
@@ -124,7 +112,7 @@ private slots:
         else if (closing == QLatin1String("close"))
             dlg()->close();
         QCOMPARE(!dlg(), !closing.isEmpty());
-        QTEST(sdk(), "calls");
+        QTEST(acttest::sdkCalls(), "calls");
     }
 
     // A reopened wizard is built anew from the file; a second show of an open one is not. The
@@ -141,7 +129,7 @@ private slots:
         QCOMPARE(shown(), QStringLiteral("0 back=off next=on IDS_BTN_CANCEL - auto"));
         zelk::sim::clearCalls();
         simtest::click(button("Cancel"));
-        QCOMPARE(sdk(), kClear + kEnd);
+        QCOMPARE(acttest::sdkCalls(), kClear + kEnd);
     }
 };
 

@@ -22,7 +22,6 @@
 class HostFixture
 {
 public:
-    HostFixture() = default;
     ~HostFixture() { shutdown(); }
 
     // Settings in a fresh temporary folder, the build's language folder, non-interactive message

@@ -1,6 +1,7 @@
 // Device SDK: another library with the same C functions replaces libDeviceSdk.so by library path, so
 // every entry point must be exported under its plain C name. Record layouts are checked at compile
 // time in ZelkTypes.h.
+#include <QtCore/QFile>
 #include <QtCore/QLibrary>
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
@@ -11,27 +12,17 @@ class tst_SdkReplace : public QObject
     Q_OBJECT
 
 private slots:
+    // Every function the plugin's copy of the SDK header declares, so a new one cannot be forgotten.
     void everyFunctionIsExported()
     {
-        const QStringList names = QString::fromLatin1(R"(
-    ZELK_DevSrv_GetDevStatus ZELK_DevSrv_GetDeviceName ZELK_DevSrv_GetDevicePort
-    ZELK_DevSrv_GetAvailableDeviceList ZELK_DevSrv_ManualChangeDevice ZELK_DevSrv_DetectDevice
-    ZELK_DevSrv_GetSimStatus ZELK_DevSrv_GetPinStatus ZELK_DevSrv_VerifyPin ZELK_DevSrv_EnablePin
-    ZELK_DevSrv_DisablePin ZELK_DevSrv_UnblockPin ZELK_DevSrv_ChangePin ZELK_DevSrv_GetCardLockStatus
-    ZELK_DevSrv_VerifyCardLock ZELK_DevSrv_GetProductType ZELK_DevSrv_GetRFSwitch
-    ZELK_DevSrv_SetRFSwitch ZELK_DevSrv_SetOffline ZELK_DevSrv_ResetMs ZELK_DevSrv_GetImsiInfo
-    ZELK_DevSrv_GetGID ZELK_DevSrv_IsWin7 ZELK_DevSrv_IsWWanReady ZELK_DevSrv_IsWWanServiceActive ZELK_DevSrv_GetESN
-    ZELK_DevSrv_GetOTAActStatus ZELK_DevSrv_OTAAutoActClear ZELK_DevSrv_AutoCHKOTKSLActive
-    ZELK_DevSrv_GetOTKSLStatus ZELK_DevSrv_VerifyOTKSL ZELK_DevSrv_VerifyMSL
-    ZELK_DevSrv_ManualCHKOTKSLActive ZELK_DevSrv_UpdatePRL ZELK_NetSrv_SetPSState
-    ZELK_NetSrv_GetBandListAndOrderEx ZELK_GetUserDataDirectory ZELK_DevSrv_RegisterDevMgrCallback
-    ZELK_DevSrv_UnRegisterDevMgrCallback ZELK_DevSrv_RegisterDevInitEventCallback
-    ZELK_DevSrv_UnRegisterDevInitEventCallback ZELK_DevSrv_RegisterMultiDeviceEventCallback
-    ZELK_DevSrv_UnRegisterMultiDeviceEventCallback ZELK_CallSrv_RegisterCallEventHandler
-    ZELK_CallSrv_UnRegisterCallEventHandler)")
-                                      .split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+        QFile header(QStringLiteral(TESSARO_SOURCE_DIR "/src/DeviceMgrUIPlugin/sdk/ZelkApi.h"));
+        QVERIFY(header.open(QIODevice::ReadOnly));
+        static const QRegularExpression declaration(QStringLiteral("ZELK_API\\s+\\w+\\s+(ZELK_\\w+)\\s*\\("));
         QLibrary library(QStringLiteral(SDK_LIBRARY_PATH));
         QVERIFY2(library.load(), qPrintable(library.errorString()));
+        QStringList names;
+        for (auto it = declaration.globalMatch(QString::fromLatin1(header.readAll())); it.hasNext();)
+            names << it.next().captured(1);
         QVERIFY(names.size() > 40);
         for (const QString& name : names)
             QVERIFY2(library.resolve(name.toLatin1().constData()) != nullptr, qPrintable(name));

@@ -75,26 +75,23 @@ public:
     int Notify(unsigned int code, unsigned int wparam, unsigned int lparam) override
     {
         note(QStringLiteral("Notify %1 %2 %3").arg(code).arg(wparam).arg(lparam));
+        if (code != kSubscribeRequest && code != kUseHostRequest)
+            return 0;
+        IPluginContainer* container = Startup::GetPluginContainer();
+        auto* notify = qobject_cast<INotifyService*>(
+            container->GetPlugin(QStringLiteral(NOTIFY_PLUGIN_CLSID), NOTIFY_PLUGIN_ID));
         // Told to, it subscribes to the call service's code `wparam`, as the device manager does
         // while it handles the frame-shown notification: the subscription is its own.
         if (code == kSubscribeRequest) {
-            IPluginContainer* container = Startup::GetPluginContainer();
-            QObject* object = container->GetPlugin(QStringLiteral(NOTIFY_PLUGIN_CLSID), NOTIFY_PLUGIN_ID);
-            if (auto* notify = qobject_cast<INotifyService*>(object))
-                notify->Subscribe(QStringLiteral(CALLSRV_PLUGIN_CLSID), wparam);
+            notify->Subscribe(QStringLiteral(CALLSRV_PLUGIN_CLSID), wparam);
+            return 0;
         }
-        if (code == kUseHostRequest) {
-            IPluginContainer* container = Startup::GetPluginContainer();
-            QObject* object = container->GetPlugin(QStringLiteral(NOTIFY_PLUGIN_CLSID), NOTIFY_PLUGIN_ID);
-            if (auto* notify = qobject_cast<INotifyService*>(object))
-                notify->SendNotify(QStringLiteral(DIALUP_PLUGIN_CLSID), NTF_DEVICE_INIT_FINISH, 0, 0);
-            CommonUtils::ShowMessage(2, nullptr, QStringLiteral("fixture title"),
-                                     QStringLiteral("fixture text"), QStringLiteral("IDS_YES"),
-                                     QStringLiteral("IDS_NO"));
-            CommonUtils::SetSettings(QStringLiteral("fixture"), QStringLiteral("literal"),
-                                     QStringLiteral("fixture value"));
-            container->RegisterPlugin(QStringLiteral("F1F1F1F1-0000-4000-8000-000000000001"), 0x5101, this);
-        }
+        notify->SendNotify(QStringLiteral(DIALUP_PLUGIN_CLSID), NTF_DEVICE_INIT_FINISH, 0, 0);
+        CommonUtils::ShowMessage(2, nullptr, QStringLiteral("fixture title"), QStringLiteral("fixture text"),
+                                 QStringLiteral("IDS_YES"), QStringLiteral("IDS_NO"));
+        CommonUtils::SetSettings(QStringLiteral("fixture"), QStringLiteral("literal"),
+                                 QStringLiteral("fixture value"));
+        container->RegisterPlugin(QStringLiteral("F1F1F1F1-0000-4000-8000-000000000001"), 0x5101, this);
         return 0;
     }
 };
