@@ -66,7 +66,6 @@ private slots:
         sim::reset();
         m_logic->init();
         HostFramework::dialupService()->setConnected(false);
-        HostFramework::dialupService()->setDisconnectResult(0);
         HostFramework::dialupService()->resetCounts();
     }
     void cleanup() { QVERIFY2(m_host.endTest(), qPrintable(m_host.lastError())); }

@@ -84,7 +84,6 @@ private slots:
         QTest::newRow("2 PIN check pending") << 2 << true << int(DEVMGR_PIN_READY);
         QTest::newRow("3 PUK required") << 3 << false << int(DEVMGR_UNLOCK_PIN);
         QTest::newRow("4 PUK blocked") << 4 << false << int(DEVMGR_PIN_BLOCKED);
-        QTest::newRow("5") << 5 << false << int(kUntouched);
         QTest::newRow("8 ready") << 8 << false << int(DEVMGR_PIN_READY);
     }
     void pinStatusMapping()
@@ -141,7 +140,6 @@ private slots:
         QTest::addColumn<int>("pukResult");
         QTest::addColumn<int>("sdkCalls");
         // Each query answers only for the code that is asked for now; three failed reads give up.
-        QTest::newRow("PIN asked") << false << 0 << 2 << 0 << 1;
         QTest::newRow("PUK asked") << true << 0 << 0 << 6 << 1;
         QTest::newRow("PIN asked, 1 failure") << false << 1 << 2 << 0 << 2;
         QTest::newRow("PUK asked, 2 failures") << true << 2 << 0 << 6 << 3;
@@ -219,7 +217,6 @@ private slots:
         QTest::newRow("disable, long") << int(DEVMGR_PIN_DISABLE) << "123456789" << 1 << "";
         QTest::newRow("card lock, long") << int(DEVMGR_CARD_LOCK) << "123456789" << 1 << "";
         QTest::newRow("ready") << int(DEVMGR_PIN_READY) << "1234" << 1 << "";
-        QTest::newRow("change PIN") << int(DEVMGR_CHANGE_PIN) << "1234" << 1 << "";
     }
     void processPinDispatch()
     {

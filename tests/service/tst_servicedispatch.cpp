@@ -123,8 +123,6 @@ private slots:
         m_host.beginTest();
         zelk::sim::reset();
         svc::resetHandled();
-        HostFramework::mainMenuService()->resetCounts();
-        m_service = nullptr;
     }
     void cleanup()
     {
@@ -398,26 +396,23 @@ private slots:
 
     void messageCarriesTheCardWord_data()
     {
+        // The SIM word is always configured ("Nano SIM"); the UIM word may be left out.
         QTest::addColumn<int>("productType");
-        QTest::addColumn<QString>("simtype");
         QTest::addColumn<QString>("uimtype");
         QTest::addColumn<QString>("word");
-        QTest::newRow("GSM configured")
-            << 2 << QStringLiteral("Nano SIM") << QStringLiteral("R-UIM") << "Nano SIM";
-        QTest::newRow("CDMA default") << 1 << QStringLiteral("Nano SIM") << QString() << "UIM";
-        QTest::newRow("CDMA configured")
-            << 1 << QStringLiteral("Nano SIM") << QStringLiteral("R-UIM") << "R-UIM";
+        QTest::newRow("GSM configured") << 2 << QStringLiteral("R-UIM") << "Nano SIM";
+        QTest::newRow("CDMA default") << 1 << QString() << "UIM";
+        QTest::newRow("CDMA configured") << 1 << QStringLiteral("R-UIM") << "R-UIM";
     }
     void messageCarriesTheCardWord()
     {
         QFETCH(int, productType);
-        QFETCH(QString, simtype);
         QFETCH(QString, uimtype);
         QFETCH(QString, word);
         zelk::sim::Device d = activeDevice();
         d.productType = productType;
         QVERIFY(zelk::sim::updateDevice(d));
-        m_host.setSetting(QStringLiteral("customize"), QStringLiteral("simtype"), simtype);
+        m_host.setSetting(QStringLiteral("customize"), QStringLiteral("simtype"), QStringLiteral("Nano SIM"));
         m_host.setSetting(QStringLiteral("customize"), QStringLiteral("uimtype"), uimtype);
         QVERIFY(Change::LoadLanguage(QStringLiteral("en")));
         startUi();
